@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace zorfa::syntax {
+namespace zorfa {
 
 namespace {
 std::vector<TCustomEasyParser*>& parserRegistry() {
@@ -47,4 +47,4 @@ void TCustomEasyParser::RemoveNotifier(const void* owner) {
     std::erase_if(FNotifiers, [owner](const auto& entry) { return entry.first == owner; });
 }
 
-}  // namespace zorfa::syntax
+}  // namespace zorfa

@@ -26,7 +26,7 @@
 
 #include "base/ColorRef.h"
 
-namespace zorfa::syntax {
+namespace zorfa {
 
 // Font styles of a token: a set of these bits.
 using TFontStyles = std::uint8_t;
@@ -140,4 +140,4 @@ private:
     std::vector<std::pair<const void*, TNotifyCallback>> FNotifiers;
 };
 
-}  // namespace zorfa::syntax
+}  // namespace zorfa

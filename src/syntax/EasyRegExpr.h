@@ -27,7 +27,7 @@
 #include <string_view>
 #include <vector>
 
-namespace zorfa::syntax {
+namespace zorfa {
 
 enum class TEasyRegItemKind : std::uint8_t {
     Literal = 0,     // Ch; Ch == 0 is the final item that ends a match
@@ -106,4 +106,4 @@ private:
     const char* FTextEnd = nullptr;
 };
 
-}  // namespace zorfa::syntax
+}  // namespace zorfa

@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace zorfa::syntax;
+using namespace zorfa;
 
 class OneTokenParser : public TCustomEasyParser {
 public:
@@ -16,12 +16,12 @@ public:
         position = static_cast<int>(line.size()) + 1;
         return 7;
     }
-    void GetTokenStyle(int, zorfa::TColor& color, TFontStyles& style) override {
+    void GetTokenStyle(int, TColor& color, TFontStyles& style) override {
         color = -1;
         style = 0;
     }
-    zorfa::TColor GetTokenBackground(int) override { return -1; }
-    zorfa::TColor GetDefaultBackground() override { return -1; }
+    TColor GetTokenBackground(int) override { return -1; }
+    TColor GetDefaultBackground() override { return -1; }
     int GetTokenCount() override { return 0; }
 };
 
