@@ -21,6 +21,7 @@
 // A missing or unreadable file reads as empty: every read yields its default.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -119,6 +120,11 @@ private:
 // ASCII case-insensitive equality, the comparison of section, key and value
 // names in ini files and in the settings store.
 bool sameNameIgnoringCase(std::string_view a, std::string_view b) noexcept;
+
+// The integer reading of ini text: blanks around are ignored; decimal, or
+// hexadecimal after "0x" or "$", with an optional sign. Nothing when the text
+// is no such number or is out of range.
+std::optional<std::int64_t> parseIniInteger(std::string_view text);
 
 // Replaces the file's contents in one step: writes a temporary file beside it
 // and renames it over the old one, so a reader (another process included)

@@ -10,6 +10,10 @@
 // UnexpectedDialog and is also noted in unexpected(): code that runs under the
 // catch-all would otherwise turn the throw into an error box, so a test
 // should also check that unexpected() stays empty.
+//
+// A file chosen for a save dialog is completed as the real dialog does it:
+// without an extension it gets the chosen filter's or the default extension
+// (withDefaultExtension).
 
 #include <deque>
 #include <stdexcept>
