@@ -88,22 +88,50 @@ public:
     const std::vector<TEasyRegItem>& Items() const { return FItems; }
 
 private:
-    struct BacktrackPoint {
-        const char* Position;
+    // A run of backtrack points (Low..High, Item), popped from High down:
+    // the same last-in-first-out order as pushing each point on its own, but
+    // a greedy repeat over N characters costs one entry instead of N.
+    struct BacktrackRun {
+        int Low;
+        int High;
         int Item;
     };
 
     void Compile();
-    bool MatchSequence(int first, int last, const char*& p, int& length);
-    bool WholeMatch(const char* p, int& length);
+    void BuildTables();
+    bool AtTerminator(int p) const { return p >= FLimit || FText[p] == 0; }
+    unsigned char CharAt(int p) const { return p >= FLimit ? 0 : FText[p]; }
+    void Push(int p, int item);
+    bool TryOperand(int first, int last, int& p);
+    bool RepeatSimple(int test, TEasyRegItemKind op, int after, int& p);
+    bool MatchSequence(int first, int last, int& p);
+    bool WholeMatch(int start, int& end);
+    bool Visited(int p, int item);
 
     std::vector<TEasyRegItem> FItems;
-    std::vector<BacktrackPoint> FBacktrackStack;
+    // Per item, 256 bytes: bit 0 the item admits the character (0 standing
+    // for the terminator), bit 1 the same for a real, non-NUL character.
+    std::vector<unsigned char> FTables;
+    // Per item that opens a repeated operand made of one character test and
+    // no-op marks: the index of that test, else -1.
+    std::vector<int> FSimpleOperand;
+    std::vector<BacktrackRun> FBacktrackStack;
     bool FCaseSensitive;
     std::string FMask;
     bool FAtLineStart = false;
-    const char* FTextStart = nullptr;
-    const char* FTextEnd = nullptr;
+
+    // Scratch of the current match: the text as bytes, where the match
+    // attempt began (offset), where the text ends, the work done so far and
+    // the failed-resume memo (see EasyRegExpr.cpp).
+    const unsigned char* FText = nullptr;
+    int FTextStart = 0;
+    int FLimit = 0;
+    long FSteps = 0;
+    long FStepBudget = 0;
+    bool FExhausted = false;
+    long FPops = 0;
+    int FMemoWidth = 0;
+    std::vector<std::uint64_t> FMemo;
 };
 
 }  // namespace zorfa
