@@ -5,9 +5,6 @@
 #include <charconv>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
-#include <iterator>
-#include <sstream>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -61,6 +58,26 @@ std::optional<std::int64_t> parseIniInteger(std::string_view text) {
     }
     if (magnitude > static_cast<std::uint64_t>(INT64_MAX)) return std::nullopt;
     return static_cast<std::int64_t>(magnitude);
+}
+
+bool readFileContents(const std::string& fileName, std::string& out) {
+    out.clear();
+    const int fd = ::open(fileName.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return false;
+    char buffer[65536];
+    while (true) {
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n == 0) break;
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            ::close(fd);
+            out.clear();
+            return false;
+        }
+        out.append(buffer, static_cast<size_t>(n));
+    }
+    ::close(fd);
+    return true;
 }
 
 void replaceFileContents(const std::string& fileName, std::string_view contents) {
@@ -125,11 +142,8 @@ void IniFile::reload() {
     sections_.clear();
     lineBreak_ = "\n";
     modified_ = false;
-    std::ifstream in(fileName_, std::ios::binary);
-    if (!in) return;
-    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (in.bad()) return;
-    parse(text);
+    std::string text;
+    if (readFileContents(fileName_, text)) parse(text);
 }
 
 void IniFile::parse(std::string_view text) {
@@ -266,9 +280,9 @@ void IniFile::deleteKey(std::string_view section, std::string_view key) {
 std::string IniFile::text() const {
     std::string out;
     for (const auto& line : prologue_) out.append(line).append(lineBreak_);
-    bool first = prologue_.empty();
+    bool first = true;
     for (const auto& s : sections_) {
-        if (!first) out += lineBreak_;
+        if (!first) out += lineBreak_;  // a blank line between sections
         first = false;
         out.append("[").append(s.name).append("]").append(lineBreak_);
         for (const auto& e : s.entries) {

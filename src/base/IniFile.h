@@ -126,6 +126,9 @@ bool sameNameIgnoringCase(std::string_view a, std::string_view b) noexcept;
 // is no such number or is out of range.
 std::optional<std::int64_t> parseIniInteger(std::string_view text);
 
+// Reads a whole file. False (and out empty) when it can't be read.
+bool readFileContents(const std::string& fileName, std::string& out);
+
 // Replaces the file's contents in one step: writes a temporary file beside it
 // and renames it over the old one, so a reader (another process included)
 // sees the old file or the new one, never a mixture. Two writers racing: the

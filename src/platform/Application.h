@@ -11,6 +11,8 @@ namespace zorfa::platform {
 class CatchAll;
 
 class Application : public QApplication {
+    Q_OBJECT
+
 public:
     Application(int& argc, char** argv);
 

@@ -24,21 +24,31 @@ QString suffixFor(const std::vector<FileFilter>& rows, int index, const std::str
     return completed.size() > 2 ? pathToQString(completed.substr(2)) : QString();
 }
 
+// The row of a filter text as QFileDialog reports it: the whole filter, or,
+// with HideNameFilterDetails, only its name (Qt versions differ). -1 if none.
+int rowOf(const QString& reported, const QStringList& filters, const std::vector<FileFilter>& rows) {
+    for (int i = 0; i < static_cast<int>(rows.size()); ++i)
+        if (reported == filters[i] || reported == toQString(rows[i].name)) return i;
+    return -1;
+}
+
 template <class Request>
 void prepare(QFileDialog& dialog, const Request& request, const QStringList& filters) {
+    // The names show as written in the filter list; the appended patterns are
+    // for matching. Set before the filters: setting it later drops the selection.
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
     if (!filters.isEmpty()) {
         dialog.setNameFilters(filters);
         const int index = request.filterIndex >= 1 && request.filterIndex <= filters.size() ? request.filterIndex : 1;
         dialog.selectNameFilter(filters[index - 1]);
     }
-    // The names show as written in the filter list; the appended patterns are for matching.
-    dialog.setOption(QFileDialog::HideNameFilterDetails);
     if (!request.initialDir.empty()) dialog.setDirectory(pathToQString(request.initialDir));
     if (!request.fileName.empty()) dialog.selectFile(pathToQString(request.fileName));
 }
 
 template <class Request>
-std::optional<FileChoice> runFileDialog(QFileDialog& dialog, const Request& request, const QStringList& filters) {
+std::optional<FileChoice> runFileDialog(QFileDialog& dialog, const Request& request, const QStringList& filters,
+                                        const std::vector<FileFilter>& rows) {
     while (dialog.exec() == QDialog::Accepted) {
         const QStringList files = dialog.selectedFiles();
         if (files.isEmpty()) return std::nullopt;
@@ -48,7 +58,7 @@ std::optional<FileChoice> runFileDialog(QFileDialog& dialog, const Request& requ
                                  QStringLiteral("The path does not exist:\n%1").arg(chosen.absolutePath()));
             continue;
         }
-        const int index = static_cast<int>(filters.indexOf(dialog.selectedNameFilter()));
+        const int index = rowOf(dialog.selectedNameFilter(), filters, rows);
         return FileChoice{qStringToPath(chosen.absoluteFilePath()), index >= 0 ? index + 1 : 1};
     }
     return std::nullopt;
@@ -101,12 +111,13 @@ void QtDialogs::showInformation(const std::string& text) {
 }
 
 std::optional<FileChoice> QtDialogs::openFile(const OpenFileRequest& request) {
+    const auto rows = parseFileFilter(request.filter);
     const QStringList filters = toQtFilters(request.filter);
     QFileDialog dialog(parent_, toQString(request.title));
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(request.fileMustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     prepare(dialog, request, filters);
-    return runFileDialog(dialog, request, filters);
+    return runFileDialog(dialog, request, filters, rows);
 }
 
 std::optional<FileChoice> QtDialogs::saveFile(const SaveFileRequest& request) {
@@ -122,9 +133,9 @@ std::optional<FileChoice> QtDialogs::saveFile(const SaveFileRequest& request) {
     const int initial = request.filterIndex >= 1 ? request.filterIndex - 1 : 0;
     dialog.setDefaultSuffix(suffixFor(rows, initial, request.defaultExtension));
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&](const QString& filter) {
-        dialog.setDefaultSuffix(suffixFor(rows, static_cast<int>(filters.indexOf(filter)), request.defaultExtension));
+        dialog.setDefaultSuffix(suffixFor(rows, rowOf(filter, filters, rows), request.defaultExtension));
     });
-    return runFileDialog(dialog, request, filters);
+    return runFileDialog(dialog, request, filters, rows);
 }
 
 }  // namespace zorfa::platform

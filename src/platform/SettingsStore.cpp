@@ -2,8 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include <sys/stat.h>
 
@@ -160,10 +158,8 @@ void SettingsStore::loadFromDisk() const {
     keys_.clear();
     loaded_ = true;
     stamp_ = currentStamp();
-    std::ifstream in(fileName_, std::ios::binary);
-    if (!in) return;
-    const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    parse(text);
+    std::string text;
+    if (readFileContents(fileName_, text)) parse(text);
 }
 
 void SettingsStore::parse(std::string_view text) const {
@@ -294,13 +290,16 @@ SettingsStore::Value& SettingsStore::obtainValue(std::string_view keyPath, std::
     return v;
 }
 
+bool SettingsStore::holdsKey(std::string_view normalized) const {
+    if (normalized.empty()) return true;
+    for (const Key& k : keys_)
+        if (sameNameIgnoringCase(k.path, normalized) || isPathPrefix(normalized, k.path)) return true;
+    return false;
+}
+
 bool SettingsStore::keyExists(std::string_view keyPath) const {
     refresh();
-    const std::string path = normalizeKey(keyPath);
-    if (path.empty()) return true;
-    for (const Key& k : keys_)
-        if (sameNameIgnoringCase(k.path, path) || isPathPrefix(path, k.path)) return true;
-    return false;
+    return holdsKey(normalizeKey(keyPath));
 }
 
 void SettingsStore::createKey(std::string_view keyPath) {
@@ -317,6 +316,9 @@ bool SettingsStore::deleteKey(std::string_view keyPath) {
         return sameNameIgnoringCase(k.path, path) || isPathPrefix(path, k.path);
     });
     if (removed == 0) return false;
+    // As in the registry, the key above stays, even when nothing else holds it.
+    if (const size_t slash = path.rfind('\\'); slash != std::string::npos && !holdsKey(path.substr(0, slash)))
+        keys_.push_back(Key{path.substr(0, slash), {}});
     changed();
     return true;
 }

@@ -143,6 +143,7 @@ private:
     FileStamp currentStamp() const;
 
     const Key* findKey(std::string_view normalized) const;
+    bool holdsKey(std::string_view normalized) const;  // keyExists without the look at the disk
     Key& obtainKey(std::string_view normalized);
     const Value* findValue(std::string_view keyPath, std::string_view name) const;
     Value& obtainValue(std::string_view keyPath, std::string_view name);
