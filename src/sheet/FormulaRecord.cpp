@@ -1,0 +1,117 @@
+#include "sheet/FormulaRecord.h"
+
+#include "sheet/FormulaText.h"
+#include "sheet/FormulasCache.h"
+
+namespace zorfa::sheet {
+
+FormulaRecord::FormulaRecord(TcxSSFormulasCache& cache, std::int32_t sheet, CellPoint cell, std::string tokens,
+                             std::string sourceText)
+    : cache_(&cache), sheet_(sheet), cell_(cell), tokens_(std::move(tokens)), sourceText_(std::move(sourceText)) {
+    cache.registerRecord(*this);
+}
+
+FormulaRecord::FormulaRecord(const FormulaRecord& other)
+    : CellFormula(),
+      textOnly(other.textOnly),
+      compileError(other.compileError),
+      cache_(other.cache_),
+      sheet_(other.sheet_),
+      cell_(other.cell_),
+      tokens_(other.tokens_),
+      sourceText_(other.sourceText_),
+      result_(other.result_),
+      calculated_(other.calculated_) {
+    if (cache_) cache_->registerRecord(*this);
+}
+
+FormulaRecord::~FormulaRecord() {
+    if (cache_) cache_->unregisterRecord(*this);
+}
+
+std::unique_ptr<CellFormula> FormulaRecord::clone() const { return std::make_unique<FormulaRecord>(*this); }
+
+void FormulaRecord::setCell(std::int32_t sheet, CellPoint cell) {
+    sheet_ = sheet;
+    cell_ = cell;
+}
+
+std::string FormulaRecord::text() const {
+    if (tokens_.empty() || !cache_) return sourceText_;
+    try {
+        return cache_->tokensText(tokens_, cell_);
+    } catch (const ECalculationError&) {
+        return sourceText_;
+    }
+}
+
+ReferenceUpdate FormulaRecord::updateReferences(const StructureChange& change, CellPoint newCell) {
+    const CellPoint old = cell_;
+    const bool structural = change.mode == ShiftMode::Rows || change.mode == ShiftMode::Columns;
+    if (!structural || tokens_.empty()) {
+        // Shifted cells keep their offsets: relative references go along.
+        cell_ = newCell;
+        return newCell == old ? ReferenceUpdate::Unchanged : ReferenceUpdate::Changed;
+    }
+    const bool columns = change.isColumnChange();
+    const std::int64_t edge = columns ? change.rect.left : change.rect.top;
+    const std::int64_t amount = static_cast<std::int64_t>(change.sign()) * change.count;
+    const std::int64_t oldBase = columns ? old.column : old.row;
+    const std::int64_t newBase = columns ? newCell.column : newCell.row;
+    const bool onChangedSheet = sheet_ == change.sheet;
+    bool changed = false, broken = false;
+
+    // One coordinate: an absolute part stands as it is; a relative one is
+    // made absolute from the old own cell, moved when at or past the edge,
+    // and stored again as an offset from the new own cell.
+    auto update = [&](std::int32_t& stored, bool absolute, bool onSheet, std::int64_t& value) {
+        if (absolute) {
+            value = stored;
+            return;
+        }
+        const std::int64_t from = onSheet ? 0 : oldBase;
+        const std::int64_t to = onSheet ? 0 : newBase;
+        value = stored + from;
+        if (value >= edge) value += amount;
+        if (value < 0) broken = true;
+        const std::int64_t offset = value - to;
+        if (offset != stored) {
+            stored = static_cast<std::int32_t>(offset);
+            changed = true;
+        }
+    };
+
+    for (size_t at = 0; at < tokens_.size();) {
+        const size_t size = token::sizeAt(tokens_, at);
+        if (size == 0) break;
+        char* p = tokens_.data() + at;
+        at += size;
+        if (!token::isReference(static_cast<std::uint8_t>(*p))) continue;
+        token::Reference r = token::readReference(p);
+        if (r.onSheet ? r.sheet != change.sheet : !onChangedSheet) continue;
+        std::int64_t before1 = 0, before2 = 0, after1 = 0, after2 = 0;
+        if (columns) {
+            before1 = r.columnAbsolute1 ? r.column1 : r.column1 + (r.onSheet ? 0 : oldBase);
+            before2 = r.columnAbsolute2 ? r.column2 : r.column2 + (r.onSheet ? 0 : oldBase);
+            update(r.column1, r.columnAbsolute1, r.onSheet, after1);
+            if (r.area) update(r.column2, r.columnAbsolute2, r.onSheet, after2);
+        } else {
+            before1 = r.rowAbsolute1 ? r.row1 : r.row1 + (r.onSheet ? 0 : oldBase);
+            before2 = r.rowAbsolute2 ? r.row2 : r.row2 + (r.onSheet ? 0 : oldBase);
+            update(r.row1, r.rowAbsolute1, r.onSheet, after1);
+            if (r.area) update(r.row2, r.rowAbsolute2, r.onSheet, after2);
+        }
+        if (!r.area) {
+            r.row2 = r.row1;
+            r.column2 = r.column1;
+        } else if (before1 <= before2 && after1 > after2) {
+            broken = true;  // the first corner passed the last
+        }
+        token::writeReference(p, r);
+    }
+    cell_ = newCell;
+    if (broken) return ReferenceUpdate::Broken;
+    return changed || newCell != old ? ReferenceUpdate::Changed : ReferenceUpdate::Unchanged;
+}
+
+}  // namespace zorfa::sheet
