@@ -172,7 +172,7 @@ void IniFile::parse(std::string_view text) {
         const size_t eq = comment ? std::string_view::npos : line.find('=');
         if (!current) {
             prologue_.emplace_back(line);
-        } else if (comment || eq == std::string_view::npos) {
+        } else if (comment || eq == std::string_view::npos || trim(line.substr(0, eq)).empty()) {
             // A comment, or a line that is no assignment: kept, never a key.
             current->entries.push_back({std::string(), std::string(line)});
         } else {
@@ -213,6 +213,7 @@ std::string IniFile::readString(std::string_view section, std::string_view key,
 void IniFile::writeString(std::string_view section, std::string_view key, std::string_view value) {
     section = trim(section);
     key = trim(key);
+    if (key.empty()) return;  // an entry without a name could not be read back
     Section* s = findSection(section);
     if (!s) s = &sections_.emplace_back(Section{std::string(section), {}});
     if (Entry* e = findEntry(s->entries, key)) {

@@ -174,7 +174,7 @@ void SettingsStore::parse(std::string_view text) const {
         if (line.empty() || line.front() == ';') continue;
         if (line.front() == '[' && line.back() == ']') {
             const std::string path = normalizeKey(codepage::fromUtf8(line.substr(1, line.size() - 2)));
-            current = const_cast<Key*>(findKey(path));
+            current = findKey(path);
             if (!current) current = &keys_.emplace_back(Key{path, {}});
             continue;
         }
@@ -257,8 +257,8 @@ void SettingsStore::writeToDisk() {
     stamp_ = currentStamp();
 }
 
-const SettingsStore::Key* SettingsStore::findKey(std::string_view normalized) const {
-    for (const Key& k : keys_)
+SettingsStore::Key* SettingsStore::findKey(std::string_view normalized) const {
+    for (Key& k : keys_)
         if (sameNameIgnoringCase(k.path, normalized)) return &k;
     return nullptr;
 }
@@ -267,7 +267,7 @@ SettingsStore::Key& SettingsStore::obtainKey(std::string_view normalized) {
     if (normalized.empty()) throw Exception("A settings value needs a key");
     for (unsigned char c : normalized)
         if (c < 0x20 || c == 0x7F) throw Exception("Invalid settings key name");
-    if (const Key* k = findKey(normalized)) return const_cast<Key&>(*k);
+    if (Key* k = findKey(normalized)) return *k;
     return keys_.emplace_back(Key{std::string(normalized), {}});
 }
 
@@ -421,11 +421,10 @@ void SettingsStore::writeBinary(std::string_view keyPath, std::string_view name,
 
 bool SettingsStore::deleteValue(std::string_view keyPath, std::string_view name) {
     refresh();
-    const Key* key = findKey(normalizeKey(keyPath));
+    Key* key = findKey(normalizeKey(keyPath));
     if (!key) return false;
-    auto& values = const_cast<Key*>(key)->values;
     const auto removed =
-        std::erase_if(values, [&](const Value& v) { return sameNameIgnoringCase(v.name, name); });
+        std::erase_if(key->values, [&](const Value& v) { return sameNameIgnoringCase(v.name, name); });
     if (removed == 0) return false;
     changed();
     return true;

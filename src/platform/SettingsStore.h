@@ -142,7 +142,7 @@ private:
     void parse(std::string_view text) const;
     FileStamp currentStamp() const;
 
-    const Key* findKey(std::string_view normalized) const;
+    Key* findKey(std::string_view normalized) const;  // keys_ is the cache, hence mutable
     bool holdsKey(std::string_view normalized) const;  // keyExists without the look at the disk
     Key& obtainKey(std::string_view normalized);
     const Value* findValue(std::string_view keyPath, std::string_view name) const;

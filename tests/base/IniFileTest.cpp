@@ -95,12 +95,13 @@ TEST_F(IniFileTest, ValueSplitsAtTheFirstEqualsSign) {
 }
 
 TEST_F(IniFileTest, CommentsAndPrologueStayInPlace) {
-    write("; made by hand\n[A]\n; about k\nk=1\nnot an assignment\n");
+    write("; made by hand\n[A]\n; about k\nk=1\nnot an assignment\n=no name\n");
     IniFile ini(file_);
     EXPECT_EQ(ini.keys("A"), std::vector<std::string>{"k"});
     ini.writeString("A", "j", "2");
+    ini.writeString("A", " ", "ignored");  // a key without a name
     ini.updateFile();
-    EXPECT_EQ(read(), "; made by hand\n[A]\n; about k\nk=1\nnot an assignment\nj=2\n");
+    EXPECT_EQ(read(), "; made by hand\n[A]\n; about k\nk=1\nnot an assignment\n=no name\nj=2\n");
 }
 
 TEST_F(IniFileTest, CrLfFilesAreWrittenBackWithCrLf) {
