@@ -6,19 +6,24 @@
 
 namespace zorfa::text {
 
-const char* FindLineBreak(const char* p, const char* end) noexcept {
+std::uint64_t LineBreakMask64(const char* p) noexcept {
 #if defined(__SSE2__)
     const __m128i cr = _mm_set1_epi8('\r');
     const __m128i lf = _mm_set1_epi8('\n');
-    while (end - p >= 16) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const int mask = _mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf)));
-        if (mask) return p + __builtin_ctz(static_cast<unsigned>(mask));
-        p += 16;
+    std::uint64_t mask = 0;
+    for (int i = 0; i < 4; ++i) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i));
+        const unsigned bits =
+            static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf))));
+        mask |= static_cast<std::uint64_t>(bits) << (16 * i);
     }
+    return mask;
+#else
+    std::uint64_t mask = 0;
+    for (int i = 0; i < 64; ++i)
+        if (p[i] == '\r' || p[i] == '\n') mask |= std::uint64_t{1} << i;
+    return mask;
 #endif
-    while (p < end && *p != '\r' && *p != '\n') ++p;
-    return p;
 }
 
 std::size_t CountLines(const char* data, const char* end) noexcept {
@@ -27,17 +32,24 @@ std::size_t CountLines(const char* data, const char* end) noexcept {
     const char* p = data;
 #if defined(__SSE2__)
     // Every LF is a break; a CR is one unless an LF follows it. The second,
-    // one-byte-later load sees the LF after a CR in the block's last byte.
+    // one-byte-later load sees the LF after a CR in the step's last byte.
+    // Counts gather per byte lane (each match subtracts -1) and are summed
+    // every 255 steps, before a lane can overflow.
     const __m128i cr = _mm_set1_epi8('\r');
     const __m128i lf = _mm_set1_epi8('\n');
+    const __m128i zero = _mm_setzero_si128();
     while (end - p >= 17) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 1));
-        const unsigned lfMask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, lf)));
-        const unsigned crMask = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, cr)));
-        const unsigned lfNext = static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(next, lf)));
-        breaks += static_cast<std::size_t>(__builtin_popcount(lfMask) + __builtin_popcount(crMask & ~lfNext));
-        p += 16;
+        __m128i lanes = zero;
+        for (int step = 0; step < 255 && end - p >= 17; ++step, p += 16) {
+            const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+            const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 1));
+            const __m128i isLf = _mm_cmpeq_epi8(v, lf);
+            const __m128i loneCr = _mm_andnot_si128(_mm_cmpeq_epi8(next, lf), _mm_cmpeq_epi8(v, cr));
+            lanes = _mm_sub_epi8(lanes, _mm_or_si128(isLf, loneCr));
+        }
+        const __m128i sums = _mm_sad_epu8(lanes, zero);
+        breaks += static_cast<std::size_t>(_mm_cvtsi128_si32(sums)) +
+                  static_cast<std::size_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
     }
 #endif
     for (; p < end; ++p) {

@@ -21,33 +21,23 @@ void TEasyLineText::Assign(std::string_view text) {
     std::memcpy(bytes, text.data(), text.size());
     Release();
     data_ = bytes;
-    size_ = static_cast<std::uint32_t>(text.size());
-    owned_ = 1;
-}
-
-void TEasyLineText::Borrow(const char* data, std::uint32_t size) noexcept {
-    Release();
-    data_ = size ? data : "";
-    size_ = size;
-    owned_ = 0;
+    sizeAndOwned_ = static_cast<std::uint32_t>(text.size()) | kOwnedBit;
 }
 
 void TEasyLineText::Clear() noexcept {
     Release();
     data_ = "";
-    size_ = 0;
-    owned_ = 0;
+    sizeAndOwned_ = 0;
 }
 
 void TEasyLineText::Swap(TEasyLineText& other) noexcept {
     std::swap(data_, other.data_);
-    std::swap(size_, other.size_);
-    std::swap(owned_, other.owned_);
+    std::swap(sizeAndOwned_, other.sizeAndOwned_);
 }
 
 void TEasyLineText::Release() noexcept {
-    if (owned_) std::free(const_cast<char*>(data_));
-    owned_ = 0;
+    if (Owned()) std::free(const_cast<char*>(data_));
+    sizeAndOwned_ &= ~kOwnedBit;
 }
 
 // ---- TEasyStyleCodes ----------------------------------------------------------

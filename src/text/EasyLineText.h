@@ -31,7 +31,9 @@ enum TEasyLineFlag : std::uint8_t {
 class TEasyLineText {
 public:
     TEasyLineText() noexcept = default;
-    ~TEasyLineText() { Release(); }
+    ~TEasyLineText() {
+        if (Owned()) Release();
+    }
     TEasyLineText(const TEasyLineText& other) { Assign(other.View()); }
     TEasyLineText& operator=(const TEasyLineText& other) {
         if (this != &other) Assign(other.View());
@@ -43,26 +45,35 @@ public:
         return *this;
     }
 
-    std::string_view View() const noexcept { return {data_, size_}; }
+    std::string_view View() const noexcept { return {data_, Size32()}; }
     operator std::string_view() const noexcept { return View(); }
-    std::string Str() const { return std::string(data_, size_); }
+    std::string Str() const { return std::string(View()); }
     const char* Data() const noexcept { return data_; }
-    int Size() const noexcept { return static_cast<int>(size_); }
-    bool Empty() const noexcept { return size_ == 0; }
-    bool Owned() const noexcept { return owned_ != 0; }
+    int Size() const noexcept { return static_cast<int>(Size32()); }
+    bool Empty() const noexcept { return Size32() == 0; }
+    bool Owned() const noexcept { return (sizeAndOwned_ & kOwnedBit) != 0; }
 
     // Makes an owned copy of `text` (which may point into this text).
     void Assign(std::string_view text);
-    // Points at bytes that outlive the record (the store's blocks).
-    void Borrow(const char* data, std::uint32_t size) noexcept;
+    // Points at bytes that outlive the record (the store's blocks). An empty
+    // borrowed text keeps its place in the block too: the save joins
+    // neighbouring loaded lines by their addresses.
+    void Borrow(const char* data, std::uint32_t size) noexcept {
+        if (Owned()) Release();
+        data_ = data ? data : "";
+        sizeAndOwned_ = size & ~kOwnedBit;
+    }
     void Clear() noexcept;
     void Swap(TEasyLineText& other) noexcept;
 
 private:
+    // The top bit of the size tells an owned text from a borrowed one, so a
+    // text is 12 bytes and the record can use the 4 after it.
+    static constexpr std::uint32_t kOwnedBit = 0x80000000u;
+    std::uint32_t Size32() const noexcept { return sizeAndOwned_ & ~kOwnedBit; }
     void Release() noexcept;
     const char* data_ = "";
-    std::uint32_t size_ = 0;
-    std::uint32_t owned_ = 0;
+    std::uint32_t sizeAndOwned_ = 0;
 };
 
 // One 16-bit style code per character (Part 2.1 "Styles"). Empty holds no
@@ -71,7 +82,9 @@ private:
 class TEasyStyleCodes {
 public:
     TEasyStyleCodes() noexcept = default;
-    ~TEasyStyleCodes() { Clear(); }
+    ~TEasyStyleCodes() {
+        if (block_) Clear();
+    }
     TEasyStyleCodes(const TEasyStyleCodes& other) { Assign(other.Span()); }
     TEasyStyleCodes& operator=(const TEasyStyleCodes& other) {
         if (this != &other) Assign(other.Span());

@@ -14,6 +14,7 @@
 
 #include "base/Errors.h"
 #include "text/EasyLineSplit.h"
+#include "text/EasyMemory.h"
 
 namespace zorfa::text {
 
@@ -29,6 +30,10 @@ std::string FileError(const char* what, const std::string& path, int error) {
 
 }  // namespace
 
+#if defined(__x86_64__) || defined(__aarch64__)
+static_assert(sizeof(TEasyStringRec) == 40, "a line record is meant to be 40 bytes: a million lines of a file");
+#endif
+
 void TEasyStringRec::Reset() noexcept {
     Text.Clear();
     Styles.Clear();
@@ -41,6 +46,27 @@ void TEasyStringRec::Reset() noexcept {
     Hidden = false;
     FoldLevel = 0;
 }
+
+// A run of records allocated at once. Raw memory, so that a large chunk can
+// be advised huge pages, and records are constructed only when handed out:
+// a loaded file's million records are written once.
+struct TEasyStrings::RecordChunk {
+    explicit RecordChunk(int capacity) : capacity(capacity) {
+        const std::size_t bytes = static_cast<std::size_t>(capacity) * sizeof(TEasyStringRec);
+        records = static_cast<TEasyStringRec*>(::operator new(bytes));
+        AdviseLargeBlock(records, bytes);
+    }
+    ~RecordChunk() {
+        for (int i = 0; i < constructed; ++i) records[i].~TEasyStringRec();
+        ::operator delete(records);
+    }
+    RecordChunk(const RecordChunk&) = delete;
+    RecordChunk& operator=(const RecordChunk&) = delete;
+
+    TEasyStringRec* records;
+    int capacity;
+    int constructed = 0;
+};
 
 TEasyStrings::TEasyStrings() = default;
 
@@ -57,25 +83,29 @@ TEasyStrings::~TEasyStrings() {
 // ---- Records ------------------------------------------------------------------
 
 void TEasyStrings::ReserveRecords(int count) {
-    const std::ptrdiff_t available = (chunkEnd_ - chunkNext_) + static_cast<std::ptrdiff_t>(freeRecords_.size());
+    RecordChunk* chunk = chunks_.empty() ? nullptr : chunks_.back().get();
+    const int available = (chunk ? chunk->capacity - chunk->constructed : 0) + static_cast<int>(freeRecords_.size());
     if (available >= count) return;
     // What is left of the current chunk stays usable through the free list.
-    for (; chunkNext_ != chunkEnd_; ++chunkNext_) freeRecords_.push_back(chunkNext_);
+    for (; chunk && chunk->constructed < chunk->capacity; ++chunk->constructed)
+        freeRecords_.push_back(new (chunk->records + chunk->constructed) TEasyStringRec());
     const int size = std::max(count - static_cast<int>(freeRecords_.size()), kSmallChunk);
-    chunks_.emplace_back(new TEasyStringRec[static_cast<std::size_t>(size)]);
-    chunkNext_ = chunks_.back().get();
-    chunkEnd_ = chunkNext_ + size;
+    chunks_.push_back(std::make_unique<RecordChunk>(size));
 }
 
 TEasyStringRec* TEasyStrings::NewRecord() {
-    if (chunkNext_ != chunkEnd_) return chunkNext_++;
+    // The current chunk first, so that a load's records lie in line order.
+    RecordChunk* chunk = chunks_.empty() ? nullptr : chunks_.back().get();
+    if (chunk && chunk->constructed < chunk->capacity)
+        return new (chunk->records + chunk->constructed++) TEasyStringRec();
     if (!freeRecords_.empty()) {
         TEasyStringRec* record = freeRecords_.back();
         freeRecords_.pop_back();
         return record;
     }
     ReserveRecords(kSmallChunk);
-    return chunkNext_++;
+    chunk = chunks_.back().get();
+    return new (chunk->records + chunk->constructed++) TEasyStringRec();
 }
 
 void TEasyStrings::FreeRecord(TEasyStringRec* record) noexcept {
@@ -88,7 +118,6 @@ void TEasyStrings::FreeAll() noexcept {
     chunks_.clear();
     freeRecords_.clear();
     freeRecords_.shrink_to_fit();
-    chunkNext_ = chunkEnd_ = nullptr;
     blocks_.clear();
     count_ = 0;
 }
@@ -103,6 +132,7 @@ void TEasyStrings::SetCapacityRaw(int capacity) {
         void* p = std::realloc(list_, static_cast<std::size_t>(capacity) * sizeof(TEasyStringRec*));
         if (!p) throw std::bad_alloc();
         list_ = static_cast<TEasyStringRec**>(p);
+        AdviseLargeBlock(list_, static_cast<std::size_t>(capacity) * sizeof(TEasyStringRec*));
     }
     capacity_ = capacity;
 }
@@ -339,15 +369,12 @@ void TEasyStrings::SplitBlock(const char* data, std::size_t size) {
     SetCapacityRaw(count_ + static_cast<int>(lines));
     ReserveRecords(static_cast<int>(lines));
     const int first = count_;
-    for (const char* p = data; p < end;) {
-        const char* brk = FindLineBreak(p, end);
+    SplitLines(data, end, [this](const char* start, std::size_t length) {
         if (count_ == capacity_) Grow();
         TEasyStringRec* record = NewRecord();
-        record->Text.Borrow(p, static_cast<std::uint32_t>(brk - p));
+        record->Text.Borrow(start, static_cast<std::uint32_t>(length));
         list_[count_++] = record;
-        if (brk == end) break;
-        p = brk + ((*brk == '\r' && brk + 1 < end && brk[1] == '\n') ? 2 : 1);
-    }
+    });
     // Tabs reach the hook line by line, as if each piece had been added.
     if (OnConvertLine)
         for (int i = first; i < count_; ++i) ConvertStored(list_[i]->Text);
@@ -381,6 +408,7 @@ void TEasyStrings::LoadFromFile(const std::string& path) {
     const bool regular = S_ISREG(info.st_mode);
     std::size_t capacity = regular ? static_cast<std::size_t>(info.st_size) : 65536;
     std::unique_ptr<char[]> block(new char[capacity ? capacity : 1]);
+    AdviseLargeBlock(block.get(), capacity);
     std::size_t size = 0;
     // A regular file is read in one read of its whole size; a pipe or a
     // device is read until its end, doubling the block.
@@ -413,14 +441,32 @@ std::unique_ptr<char[]> TEasyStrings::BuildSaveBlock(std::size_t& size) const {
     for (int i = 0; i < count_; ++i) size += static_cast<std::size_t>(list_[i]->Text.Size());
     if (size == 0) return nullptr;
     std::unique_ptr<char[]> block(new char[size]);
+    AdviseLargeBlock(block.get(), size);
     char* out = block.get();
-    for (int i = 0; i < count_; ++i) {
-        const TEasyLineText& text = list_[i]->Text;
-        std::memcpy(out, text.Data(), static_cast<std::size_t>(text.Size()));
-        out += text.Size();
+    for (int i = 0; i < count_;) {
+        // Untouched loaded lines that lie one after the other in their read
+        // buffer, separated by exactly the break being written, go out in
+        // one copy: a file saved with the break it was loaded with is one
+        // block move. (Two borrowed texts that far apart lie in one block,
+        // so the bytes between them are readable.)
+        const TEasyLineText& first = list_[i]->Text;
+        const char* runEnd = first.Data() + first.Size();
+        int next = i + 1;
+        if (!first.Owned()) {
+            while (next < count_) {
+                const TEasyLineText& text = list_[next]->Text;
+                if (text.Owned() || text.Data() != runEnd + brkSize || std::memcmp(runEnd, brk, brkSize) != 0) break;
+                runEnd = text.Data() + text.Size();
+                ++next;
+            }
+        }
+        const std::size_t length = static_cast<std::size_t>(runEnd - first.Data());
+        if (length) std::memcpy(out, first.Data(), length);
+        out += length;
         out[0] = brk[0];
         if (brkSize == 2) out[1] = brk[1];
         out += brkSize;
+        i = next;
     }
     return block;
 }

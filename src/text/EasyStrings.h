@@ -44,13 +44,15 @@ namespace zorfa::text {
 
 enum TEasyLineBreak : int { lbCRLF = 0, lbCR = 1, lbLF = 2 };
 
-// TEasyStringRec: one line. Field names and initial values are the design's.
+// TEasyStringRec: one line. Field names and initial values are the design's;
+// the order packs the record into 40 bytes (the states sit in the tail of
+// Text), since a million of them make up most of a large file's memory.
 struct TEasyStringRec {
-    TEasyLineText Text;
-    TEasyStyleCodes Styles;
-    void* LineObject = nullptr;  // the object of the TStrings interface
+    [[no_unique_address]] TEasyLineText Text;
     std::uint16_t EndState = 0;
     std::uint16_t BeginState = 0;
+    TEasyStyleCodes Styles;
+    void* LineObject = nullptr;  // the object of the TStrings interface
     std::uint16_t Paragraph = 65535;
     std::uint16_t StartStyle = 65535;
     std::uint8_t Flags = 0;  // TEasyLineFlag bits
@@ -181,6 +183,7 @@ public:
     const TEasyVisibleLinesList& VisibleLines() const { return visibleLines_; }
 
 private:
+    struct RecordChunk;
     TEasyStringRec* NewRecord();
     void ReserveRecords(int count);
     void FreeRecord(TEasyStringRec* record) noexcept;
@@ -204,10 +207,8 @@ private:
     TEasyVisibleLinesList visibleLines_;
 
     // Record chunks and the free records in them.
-    std::vector<std::unique_ptr<TEasyStringRec[]>> chunks_;
+    std::vector<std::unique_ptr<RecordChunk>> chunks_;
     std::vector<TEasyStringRec*> freeRecords_;
-    TEasyStringRec* chunkNext_ = nullptr;
-    TEasyStringRec* chunkEnd_ = nullptr;
     // Blocks that borrowed line texts point into (read buffers).
     std::vector<std::unique_ptr<char[]>> blocks_;
 };

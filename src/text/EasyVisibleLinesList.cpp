@@ -33,6 +33,7 @@ int TEasyVisibleLinesList::BisectVisible(Item key) {
 }
 
 int TEasyVisibleLinesList::FindHidden(int key, bool byVisible, bool strict) {
+    if (Count() == 0) return -1;
     ByVisible = byVisible;
     int p = BisectVisible(key);
     if (p != Count() - 1) ++p;
