@@ -68,8 +68,25 @@ std::string trimFraction(std::string text, char decimal) {
     return text;
 }
 
+// Fixed notation with `decimals` digits, halves rounded away from zero as the
+// number dialect does (printf would round them to even).
 std::string fixedText(double value, int decimals, char decimal) {
     char buffer[400];
+    const double scale = std::pow(10.0, decimals);
+    const double scaled = std::round(std::fabs(value) * scale);
+    if (decimals <= 18 && scaled < 1e17) {
+        std::snprintf(buffer, sizeof buffer, "%.0f", scaled);
+        std::string digits(buffer);
+        if (static_cast<int>(digits.size()) <= decimals)
+            digits.insert(0, static_cast<std::size_t>(decimals) + 1 - digits.size(), '0');
+        std::string text = value < 0 && scaled != 0 ? "-" : "";
+        text.append(digits, 0, digits.size() - static_cast<std::size_t>(decimals));
+        if (decimals > 0) {
+            text += decimal;
+            text.append(digits, digits.size() - static_cast<std::size_t>(decimals));
+        }
+        return text;
+    }
     std::snprintf(buffer, sizeof buffer, "%.*f", decimals, value);
     std::string text(buffer);
     if (decimal != '.') {
@@ -95,7 +112,7 @@ std::string generalText(double value, int precision, const LocaleSettings& local
 // Days since 30 December 1899 to a civil date.
 void civilFromSerial(double serial, int& year, int& month, int& day, int& weekday) {
     // 30 December 1899 is day -25569 of 1 January 1970; count from 1 March of year 0.
-    long long z = static_cast<long long>(std::floor(serial)) - 25569 + 719468;
+    long long z = static_cast<long long>(std::trunc(serial)) - 25569 + 719468;
     long long era = (z >= 0 ? z : z - 146096) / 146097;
     long long doe = z - era * 146097;
     long long yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365;
@@ -105,7 +122,7 @@ void civilFromSerial(double serial, int& year, int& month, int& day, int& weekda
     day = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
     month = static_cast<int>(mp < 10 ? mp + 3 : mp - 9);
     year = static_cast<int>(y + (month <= 2 ? 1 : 0));
-    long long unixDays = static_cast<long long>(std::floor(serial)) - 25569;
+    long long unixDays = static_cast<long long>(std::trunc(serial)) - 25569;
     weekday = static_cast<int>(((unixDays % 7) + 7 + 4) % 7);  // 0 Sunday
 }
 
@@ -297,7 +314,8 @@ bool isPercentFormat(std::uint16_t code) noexcept { return code == kFormatPercen
 std::string formatDateTime(std::string_view format, double serial, const LocaleSettings& locale) {
     int year, month, day, weekday;
     civilFromSerial(serial, year, month, day, weekday);
-    double fraction = std::fabs(serial - std::floor(serial));
+    // Before 30 December 1899 the day counts back and the time still runs forward.
+    double fraction = std::fabs(serial - std::trunc(serial));
     long long ms = std::llround(fraction * 86400000.0);
     if (ms >= 86400000) ms = 86399999;
     long long hour = ms / 3600000, minute = ms / 60000 % 60, second = ms / 1000 % 60, milli = ms % 1000;
@@ -413,10 +431,10 @@ FormattedNumber formatNumber(double value, std::uint16_t code, int precision, co
         case 22: result.text = formatDateTime(dateTime, value, locale); break;
         case 45: result.text = formatDateTime("nn:ss", value, locale); break;
         case 46: {
-            double whole = std::floor(value);
-            long long ms = std::llround((value - whole) * 86400000.0);
-            long long hours = static_cast<long long>(whole) * 24 + ms / 3600000;
-            result.text = std::to_string(hours) + formatDateTime(":nn:ss", value, locale);
+            const double whole = std::trunc(value);
+            const long long ms = std::llround(std::fabs(value - whole) * 86400000.0);
+            const long long hours = static_cast<long long>(std::fabs(whole)) * 24 + ms / 3600000;
+            result.text = (value < 0 ? "-" : "") + std::to_string(hours) + formatDateTime(":nn:ss", value, locale);
             break;
         }
         case 47: result.text = formatDateTime("nn:ss.z", value, locale); break;
