@@ -34,8 +34,9 @@ TEST(SettingsStoreLocation, DefaultFileFollowsXdgConfigHome) {
     ::setenv("XDG_CONFIG_HOME", "/tmp/cfg", 1);
     EXPECT_EQ(SettingsStore::defaultFileName(), "/tmp/cfg/Zorfa Software/registry.ini");
     ::setenv("XDG_CONFIG_HOME", "", 1);  // empty counts as unset
-    if (const char* home = std::getenv("HOME"); home && *home)
+    if (const char* home = std::getenv("HOME"); home && *home) {
         EXPECT_EQ(SettingsStore::defaultFileName(), std::string(home) + "/.config/Zorfa Software/registry.ini");
+    }
     if (saved) ::setenv("XDG_CONFIG_HOME", before.c_str(), 1); else ::unsetenv("XDG_CONFIG_HOME");
 }
 
