@@ -304,7 +304,9 @@ void TCustomEasyEditSource::JoinLines() {
         StoreLine(y, line);
     }
     const int length = static_cast<int>(line.size());
-    if (y < LineCount() - 1 && length <= x + 1 && LineCount() > 1) {
+    // The caret must stand at or past the end: a join from inside the line
+    // could not be taken back by the break that undoes it.
+    if (y < LineCount() - 1 && length <= x && LineCount() > 1) {
         const int fill = std::max(0, x - length);
         line.append(static_cast<size_t>(fill), ' ');
         line.append(strings_->GetRawLine(y + 1));
