@@ -331,6 +331,25 @@ void TcxSSDataStorage::assign(const TcxSSDataStorage& other) {
     listener_->markModified();
 }
 
+void TcxSSDataStorage::setSelection(const CellRect& rect) {
+    selection_ = TcxSSUtils::normalized(rect);
+    if (TcxSSUtils::isSingleCell(selection_)) selectionKind_ = 0;
+    else if (merged_.rangeAt(selection_.left, selection_.top) == selection_) selectionKind_ = 2;
+    else selectionKind_ = 1;
+}
+
+CellRect TcxSSDataStorage::getCellRect(std::int32_t row, std::int32_t column, bool useMerged,
+                                       std::int32_t scrollColumn, std::int32_t scrollRow) const {
+    const CellRect cells = useMerged ? merged_.cellRange(column, row) : CellRect{column, row, column, row};
+    auto offset = [](const TcxSSHeader& header, std::int32_t from, std::int32_t to) {
+        return to >= from ? header.span(from, to) : -header.span(to, from);
+    };
+    const auto left = static_cast<std::int32_t>(offset(columnHeader_, scrollColumn, cells.left));
+    const auto top = static_cast<std::int32_t>(offset(rowHeader_, scrollRow, cells.top));
+    return {left, top, left + static_cast<std::int32_t>(columnHeader_.span(cells.left, cells.right + 1)),
+            top + static_cast<std::int32_t>(rowHeader_.span(cells.top, cells.bottom + 1))};
+}
+
 CellContent TcxSSDataStorage::readCell(std::int32_t column, std::int32_t row) const {
     const CellRecord* record = findCell(column, row);
     CellContent content;

@@ -13,6 +13,7 @@
 // ESpreadSheetError "Some modify cells is merged"; negative positions are
 // ignored on write and read as the empty cell.
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -124,6 +125,21 @@ public:
     // The order of two cells as sorting sees them: negative, 0, positive.
     int compareCells(const CellRecord& a, const CellRecord& b) const;
 
+    // The active cell and the selection (inclusive). The selection kind is
+    // recomputed at every change: 0 one cell, 1 a range, 2 exactly one merged range.
+    CellPoint activeCell() const noexcept { return active_; }
+    void setActiveColumn(std::int32_t column) noexcept { active_.column = std::max(column, 0); }
+    void setActiveRow(std::int32_t row) noexcept { active_.row = std::max(row, 0); }
+    const CellRect& selection() const noexcept { return selection_; }
+    void setSelection(const CellRect& rect);
+    int selectionKind() const noexcept { return selectionKind_; }
+
+    // The pixel rectangle of a cell (right and bottom exclusive), from the
+    // top-left of the cell (scrollColumn, scrollRow); with useMerged the
+    // cell's merged range is measured.
+    CellRect getCellRect(std::int32_t row, std::int32_t column, bool useMerged, std::int32_t scrollColumn,
+                         std::int32_t scrollRow) const;
+
     TcxSSHeader& header(int index) noexcept { return index == 0 ? columnHeader_ : rowHeader_; }
     const TcxSSHeader& header(int index) const noexcept { return index == 0 ? columnHeader_ : rowHeader_; }
 
@@ -177,6 +193,9 @@ private:
     CellRecord empty_;
     std::int32_t sheetIndex_;
     std::string caption_;
+    CellPoint active_;
+    CellRect selection_;
+    int selectionKind_ = 0;
     std::vector<Column> columns_;
     std::int32_t capacityRows_ = 0;
     std::int32_t columnCount_ = 0;

@@ -83,3 +83,38 @@ TEST(DataStorageHeaderTest, SpanSumsShownSizes) {
 
 }  // namespace
 }  // namespace zorfa::sheet
+
+#include "sheet/DataStorage.h"
+
+namespace zorfa::sheet {
+namespace {
+
+TEST(DataStorageGeometryTest, CellRectanglesSumHeaderSizes) {
+    TcxSSStyleCache styles;
+    TcxSSDataStorage storage(styles);
+    storage.header(0).setSize(1, 50);
+    storage.header(1).setVisible(0, false);  // row 1 hidden: row 2 starts at the top
+    EXPECT_EQ(storage.getCellRect(1, 2, false, 0, 0), (CellRect{85 + 50, 0, 85 + 50 + 85, 20}));
+    EXPECT_EQ(storage.getCellRect(1, 0, false, 1, 1), (CellRect{-85, 0, 0, 20}));
+    storage.mergeCells({1, 1, 2, 2}, true);
+    EXPECT_EQ(storage.getCellRect(2, 2, true, 0, 0), (CellRect{85, 0, 85 + 50 + 85, 40}));
+}
+
+TEST(DataStorageGeometryTest, SelectionKind) {
+    TcxSSStyleCache styles;
+    TcxSSDataStorage storage(styles);
+    storage.mergeCells({1, 1, 2, 2}, true);
+    storage.setSelection({3, 3, 3, 3});
+    EXPECT_EQ(storage.selectionKind(), 0);
+    storage.setSelection({2, 2, 1, 1});
+    EXPECT_EQ(storage.selection(), (CellRect{1, 1, 2, 2}));
+    EXPECT_EQ(storage.selectionKind(), 2);
+    storage.setSelection({1, 1, 3, 2});
+    EXPECT_EQ(storage.selectionKind(), 1);
+    storage.setActiveColumn(-4);
+    storage.setActiveRow(7);
+    EXPECT_EQ(storage.activeCell(), (CellPoint{0, 7}));
+}
+
+}  // namespace
+}  // namespace zorfa::sheet
