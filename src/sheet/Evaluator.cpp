@@ -473,51 +473,53 @@ void FormulaEvaluator::run(std::string_view tokens) {
 }
 
 void FormulaEvaluator::storeResult(FormulaRecord& record) {
-    CellValue& result = record.resultSlot();
-    result.text.clear();
-    result.number = 0;
+    // The value is made first and stored last: reading a referenced cell may
+    // calculate others, which must still see this record as not calculated.
+    CellValue result;
+    if (!errorCode()) {
+        if (available() == 0) throw ECalculationError("Error syntax in string expression");
+        const StackValue& top = stack_[top_ - 1];
+        switch (top.kind) {
+        case StackKind::Number:
+            result.kind = CellValueKind::Number;
+            result.number = top.number;
+            break;
+        case StackKind::Boolean:
+            result.kind = CellValueKind::Boolean;
+            result.number = top.number;
+            break;
+        case StackKind::String:
+            result.kind = CellValueKind::Text;
+            result.text = top.text;
+            break;
+        case StackKind::Reference:
+        case StackKind::Name: {
+            // A reference's cell: numeric or empty text gives a number.
+            const StackValue reference = top;
+            CellRead cell;
+            double number = 0;
+            if (!referenceCell(reference, cell)) break;
+            if (cell.kind == CellValueKind::Empty || cell.kind == CellValueKind::Number ||
+                (cell.kind == CellValueKind::Text && textToNumber(cell.text, number))) {
+                result.kind = CellValueKind::Number;
+                result.number = cell.kind == CellValueKind::Text ? number : cell.number;
+            } else if (cell.kind == CellValueKind::Boolean) {
+                result.kind = CellValueKind::Boolean;
+                result.number = cell.number;
+            } else {
+                result.kind = CellValueKind::Text;
+                result.text.assign(cell.text);
+            }
+            break;
+        }
+        }
+    }
     if (errorCode()) {
         result.kind = CellValueKind::Error;
+        result.text.clear();
         result.number = errorCode();
-        return;
     }
-    if (available() == 0) throw ECalculationError("Error syntax in string expression");
-    StackValue& top = stack_[top_ - 1];
-    switch (top.kind) {
-    case StackKind::Number:
-        result.kind = CellValueKind::Number;
-        result.number = top.number;
-        return;
-    case StackKind::Boolean:
-        result.kind = CellValueKind::Boolean;
-        result.number = top.number;
-        return;
-    case StackKind::String:
-        result.kind = CellValueKind::Text;
-        result.text = top.text;
-        return;
-    case StackKind::Reference:
-    case StackKind::Name: break;
-    }
-    // A reference's cell: numeric or empty text gives a number.
-    CellRead cell;
-    if (!referenceCell(top, cell)) {
-        result.kind = CellValueKind::Error;
-        result.number = errorCode();
-        return;
-    }
-    double number = 0;
-    if (cell.kind == CellValueKind::Empty || cell.kind == CellValueKind::Number ||
-        (cell.kind == CellValueKind::Text && textToNumber(cell.text, number))) {
-        result.kind = CellValueKind::Number;
-        result.number = cell.kind == CellValueKind::Text ? number : cell.number;
-    } else if (cell.kind == CellValueKind::Boolean) {
-        result.kind = CellValueKind::Boolean;
-        result.number = cell.number;
-    } else {
-        result.kind = CellValueKind::Text;
-        result.text.assign(cell.text);
-    }
+    record.resultSlot() = std::move(result);
 }
 
 void FormulaEvaluator::evaluate(FormulaRecord& record) {
