@@ -50,6 +50,11 @@ void TCustomEasyEditSource::EnsureCaretLine() {
 }
 
 void TCustomEasyEditSource::RecordMove(int dx, int dy) {
+    std::uint32_t packed;
+    if (TEasyUndoList::PackMove(dx, dy, packed)) {
+        AddUndoRecord(ukCaretMove, packed);
+        return;
+    }
     TEasyUndoList& list = UndoRecordList();
     const std::uint32_t index = list.NewPayload();
     TEasyUndoPayload& payload = list.Payload(index);

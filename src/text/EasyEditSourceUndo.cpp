@@ -78,15 +78,23 @@ void TCustomEasyEditSource::Redo() {
 
 void TCustomEasyEditSource::ApplyUndoRecord(const TEasyUndoRecord& record) {
     TEasyUndoList& read = RedoRecordList();
-    TEasyUndoPayload* payload = read.HasPayload(record.Kind) ? &read.Payload(record.Data) : nullptr;
+    TEasyUndoPayload* payload = read.HasPayload(record) ? &read.Payload(record.Data) : nullptr;
     const bool withCaret = Has(srUndoOnlyChanges) && payload &&
                            ((record.Kind >= ukInsert && record.Kind <= ukBreak) || record.Kind == ukBlockDelete ||
                             record.Kind == ukBlockInsert);
     if (withCaret) MoveCaretTo(payload->X, payload->Y);
     switch (record.Kind) {
-        case ukCaretMove:
-            MoveCaretBy(-payload->DX, -payload->DY);
+        case ukCaretMove: {
+            int dx = 0, dy = 0;
+            if (payload) {
+                dx = payload->DX;
+                dy = payload->DY;
+            } else {
+                TEasyUndoList::UnpackMove(record.Data, dx, dy);
+            }
+            MoveCaretBy(-dx, -dy);
             break;
+        }
         case ukInsert:
             DeleteChars(payload ? payload->Value : static_cast<int>(record.Data));
             break;

@@ -15,9 +15,30 @@ TEasyUndoList::TEasyUndoList() : TEasyRecordList(sizeof(TEasyUndoRecord)) {}
 
 TEasyUndoList::~TEasyUndoList() = default;
 
-bool TEasyUndoList::HasPayload(std::uint8_t kind) const {
-    switch (kind) {
+namespace {
+constexpr std::uint32_t kPacked = 0x80000000u;
+constexpr int kPackLimit = 1 << 14;  // 15 signed bits each
+}  // namespace
+
+bool TEasyUndoList::PackMove(int dx, int dy, std::uint32_t& data) {
+    if (dx <= -kPackLimit || dx >= kPackLimit || dy <= -kPackLimit || dy >= kPackLimit) return false;
+    data = kPacked | (static_cast<std::uint32_t>(dx) & 0x7FFF) | ((static_cast<std::uint32_t>(dy) & 0x7FFF) << 15);
+    return true;
+}
+
+void TEasyUndoList::UnpackMove(std::uint32_t data, int& dx, int& dy) {
+    auto field = [](std::uint32_t bits) {
+        const int v = static_cast<int>(bits & 0x7FFF);
+        return v >= kPackLimit ? v - 2 * kPackLimit : v;
+    };
+    dx = field(data);
+    dy = field(data >> 15);
+}
+
+bool TEasyUndoList::HasPayload(const TEasyUndoRecord& record) const {
+    switch (record.Kind) {
         case ukCaretMove:
+            return (record.Data & kPacked) == 0;
         case ukDelete:
         case ukStyles:
         case ukParagraph:
@@ -58,7 +79,7 @@ void TEasyUndoList::Delete(int index) {
         return;
     }
     const TEasyUndoRecord record = Record(index);
-    if (HasPayload(record.Kind)) ReleasePayload(record.Data);
+    if (HasPayload(record)) ReleasePayload(record.Data);
     TEasyRecordList::Delete(index);
 }
 

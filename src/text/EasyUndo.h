@@ -26,7 +26,7 @@ namespace zorfa::text {
 
 // Record kinds, named by the step that made them.
 enum TEasyUndoKind : std::uint8_t {
-    ukCaretMove = 0,   // MoveCaretBy: payload DX, DY
+    ukCaretMove = 0,   // MoveCaretBy: DX, DY packed, or a payload
     ukInsert = 1,      // InsertText: the length (or a change record)
     ukDelete = 2,      // DeleteChars: change record with the text and codes
     ukJoin = 3,        // JoinLines: the deleted line's Paragraph (or a change record)
@@ -90,9 +90,14 @@ public:
     // A fresh payload and its index for a record's Data.
     std::uint32_t NewPayload();
     TEasyUndoPayload& Payload(std::uint32_t index) { return payloads_[index]; }
-    // Whether a record of `kind` keeps a payload index in Data under the
-    // list's present form.
-    bool HasPayload(std::uint8_t kind) const;
+    // Whether a record keeps a payload index in Data under the list's present
+    // form.
+    bool HasPayload(const TEasyUndoRecord& record) const;
+
+    // A caret move of small steps packed into Data itself (the common case:
+    // typing moves by one), so a typing burst uses no payload at all.
+    static bool PackMove(int dx, int dy, std::uint32_t& data);
+    static void UnpackMove(std::uint32_t data, int& dx, int& dy);
 
     // Removes a record and frees its payload.
     void Delete(int index) override;

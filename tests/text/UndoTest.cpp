@@ -27,6 +27,28 @@ TEST(Undo, RecordsAreEightBytesAndPayloadsAreReused) {
     EXPECT_EQ(list.NewPayload(), b);  // the freed slot comes back
     list.Clear();
     EXPECT_EQ(list.PayloadsInUse(), 0);
+    // Small caret moves live in the record itself; large ones in a payload.
+    for (auto [dx, dy] : {std::pair{1, 0}, {-1, 0}, {0, -16383}, {16383, 16383}, {-7, 12}}) {
+        std::uint32_t data;
+        ASSERT_TRUE(TEasyUndoList::PackMove(dx, dy, data));
+        int x, y;
+        TEasyUndoList::UnpackMove(data, x, y);
+        EXPECT_EQ(x, dx);
+        EXPECT_EQ(y, dy);
+        EXPECT_FALSE(list.HasPayload({ukCaretMove, 0, false, false, data}));
+    }
+    std::uint32_t data;
+    EXPECT_FALSE(TEasyUndoList::PackMove(0, 1000000, data));
+    TEasyEditSource s;
+    Load(s, "");
+    Type(s, "typing costs no payload");
+    EXPECT_EQ(s.UndoList().PayloadsInUse(), 0);
+    s.MoveCaretTo(0, 999999);
+    s.SetOptions(s.Options() + srBeyondEof);
+    s.MoveCaretTo(0, 999999);
+    EXPECT_EQ(s.UndoList().PayloadsInUse(), 1);
+    s.Undo();
+    EXPECT_EQ(s.Caret(), (TPoint{23, 0}));
     try {
         list.Delete(3);
         ADD_FAILURE();
