@@ -166,7 +166,7 @@ void TCustomEasyEditSource::CaretRight(bool force) {
 // ---- Primitives -------------------------------------------------------------------------------------
 
 void TCustomEasyEditSource::InsertText(std::string_view text) {
-    if (ReadOnly()) return;
+    if (ReadOnly() || text.empty()) return;
     ++editCount_;
     BeginUpdate(crInsert);
     EnsureCaretLine();
