@@ -1,6 +1,8 @@
 #include "text/EasyMemory.h"
 
 #include <cstdint>
+#include <cstdlib>
+#include <new>
 
 #if defined(__linux__)
 #include <sys/mman.h>
@@ -19,6 +21,17 @@ void AdviseLargeBlock(void* p, std::size_t size) noexcept {
     (void)p;
     (void)size;
 #endif
+}
+
+void* ResizeBlock(void* p, std::size_t bytes) {
+    if (bytes == 0) {
+        std::free(p);
+        return nullptr;
+    }
+    void* resized = std::realloc(p, bytes);
+    if (!resized) throw std::bad_alloc();
+    AdviseLargeBlock(resized, bytes);
+    return resized;
 }
 
 }  // namespace zorfa::text

@@ -13,4 +13,8 @@ namespace zorfa::text {
 // block is large enough to have some. Call before the first touch.
 void AdviseLargeBlock(void* p, std::size_t size) noexcept;
 
+// realloc for the engine's growable arrays: 0 bytes frees and yields null,
+// failure throws std::bad_alloc, and a large block is advised huge pages.
+void* ResizeBlock(void* p, std::size_t bytes);
+
 }  // namespace zorfa::text

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Errors.h"
+#include "text/EasyMemory.h"
 
 namespace zorfa::text {
 
@@ -77,14 +78,7 @@ void TEasyRecordList::SetCount(int count) {
 void TEasyRecordList::SetCapacity(int capacity) {
     if (capacity < count_) capacity = count_;
     if (capacity == capacity_) return;
-    if (capacity == 0) {
-        std::free(data_);
-        data_ = nullptr;
-    } else {
-        void* p = std::realloc(data_, static_cast<std::size_t>(capacity) * recordSize_);
-        if (!p) throw std::bad_alloc();
-        data_ = static_cast<std::uint8_t*>(p);
-    }
+    data_ = static_cast<std::uint8_t*>(ResizeBlock(data_, static_cast<std::size_t>(capacity) * recordSize_));
     capacity_ = capacity;
 }
 

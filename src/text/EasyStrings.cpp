@@ -28,6 +28,13 @@ std::string FileError(const char* what, const std::string& path, int error) {
     return std::string(what) + " \"" + path + "\". " + std::strerror(error);
 }
 
+// Closes `fd` and throws the message for the errno of the failed call.
+[[noreturn]] void CloseAndThrow(int fd, const char* what, const std::string& path) {
+    const int error = errno;
+    ::close(fd);
+    throw zorfa::Exception(FileError(what, path, error));
+}
+
 }  // namespace
 
 #if defined(__x86_64__) || defined(__aarch64__)
@@ -125,15 +132,7 @@ void TEasyStrings::FreeAll() noexcept {
 void TEasyStrings::SetCapacityRaw(int capacity) {
     if (capacity < count_) capacity = count_;
     if (capacity == capacity_) return;
-    if (capacity == 0) {
-        std::free(list_);
-        list_ = nullptr;
-    } else {
-        void* p = std::realloc(list_, static_cast<std::size_t>(capacity) * sizeof(TEasyStringRec*));
-        if (!p) throw std::bad_alloc();
-        list_ = static_cast<TEasyStringRec**>(p);
-        AdviseLargeBlock(list_, static_cast<std::size_t>(capacity) * sizeof(TEasyStringRec*));
-    }
+    list_ = static_cast<TEasyStringRec**>(ResizeBlock(list_, static_cast<std::size_t>(capacity) * sizeof(TEasyStringRec*)));
     capacity_ = capacity;
 }
 
@@ -400,10 +399,10 @@ void TEasyStrings::LoadFromFile(const std::string& path) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) throw zorfa::Exception(FileError("Cannot open file", path, errno));
     struct stat info {};
-    if (::fstat(fd, &info) != 0 || S_ISDIR(info.st_mode)) {
-        const int error = S_ISDIR(info.st_mode) ? EISDIR : errno;
-        ::close(fd);
-        throw zorfa::Exception(FileError("Cannot open file", path, error));
+    if (::fstat(fd, &info) != 0) CloseAndThrow(fd, "Cannot open file", path);
+    if (S_ISDIR(info.st_mode)) {
+        errno = EISDIR;
+        CloseAndThrow(fd, "Cannot open file", path);
     }
     const bool regular = S_ISREG(info.st_mode);
     std::size_t capacity = regular ? static_cast<std::size_t>(info.st_size) : 65536;
@@ -423,9 +422,7 @@ void TEasyStrings::LoadFromFile(const std::string& path) {
         const ssize_t n = ::read(fd, block.get() + size, capacity - size);
         if (n < 0) {
             if (errno == EINTR) continue;
-            const int error = errno;
-            ::close(fd);
-            throw zorfa::Exception(FileError("Cannot read file", path, error));
+            CloseAndThrow(fd, "Cannot read file", path);
         }
         if (n == 0) break;
         size += static_cast<std::size_t>(n);
@@ -493,9 +490,7 @@ void TEasyStrings::SaveToFile(const std::string& path) const {
         const ssize_t n = ::write(fd, block.get() + written, size - written);
         if (n < 0) {
             if (errno == EINTR) continue;
-            const int error = errno;
-            ::close(fd);
-            throw zorfa::Exception(FileError("Cannot write file", path, error));
+            CloseAndThrow(fd, "Cannot write file", path);
         }
         written += static_cast<std::size_t>(n);
     }
@@ -550,19 +545,28 @@ void TEasyStrings::SetExpanded(int index, bool value) { SetFoldState(index, valu
 
 void TEasyStrings::SetCollapsed(int index, bool value) { SetFoldState(index, false, value); }
 
-void TEasyStrings::SetFoldState(int index, bool expanded, bool collapsed) {
-    TEasyStringRec* record = Record(index);
-    if (!record) return;
+template <class Change>
+void TEasyStrings::RunFoldChange(int index, Change change) {
+    // FoldChanging tells the owner's change handler that this is a fold
+    // change, not a text change.
     const bool wasFoldChanging = FoldChanging;
     FoldChanging = true;
     Changing();
-    record->Flags &= static_cast<std::uint8_t>(~(lfExpanded | lfCollapsed));
-    if (expanded) record->Flags |= lfExpanded;
-    if (collapsed) record->Flags |= lfCollapsed;
-    ApplyHead(index);
+    change();
     MarkChanged(index, MaxInt);
     Changed();
     FoldChanging = wasFoldChanging;
+}
+
+void TEasyStrings::SetFoldState(int index, bool expanded, bool collapsed) {
+    TEasyStringRec* record = Record(index);
+    if (!record) return;
+    RunFoldChange(index, [&] {
+        record->Flags &= static_cast<std::uint8_t>(~(lfExpanded | lfCollapsed));
+        if (expanded) record->Flags |= lfExpanded;
+        if (collapsed) record->Flags |= lfCollapsed;
+        ApplyHead(index);
+    });
 }
 
 void TEasyStrings::ApplyHead(int head) {
@@ -589,13 +593,7 @@ void TEasyStrings::SetFoldChild(int index, bool visible) {
         const TEasyStringRec* previous = index > 0 ? list_[index - 1] : nullptr;
         if (previous && !previous->Hidden && !(previous->Flags & lfCollapsed)) return;
     }
-    const bool wasFoldChanging = FoldChanging;
-    FoldChanging = true;
-    Changing();
-    SetVisible(index, visible);
-    MarkChanged(index, MaxInt);
-    Changed();
-    FoldChanging = wasFoldChanging;
+    RunFoldChange(index, [&] { SetVisible(index, visible); });
 }
 
 void TEasyStrings::ExpandParents(int index) {

@@ -195,6 +195,8 @@ private:
     void SplitBlock(const char* data, std::size_t size);
     std::unique_ptr<char[]> BuildSaveBlock(std::size_t& size) const;
     void SetFoldState(int index, bool expanded, bool collapsed);
+    template <class Change>
+    void RunFoldChange(int index, Change change);
     void ApplyHead(int head);
     void SetVisible(int index, bool visible);
 
