@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include "EditSourceTestSupport.h"
@@ -386,6 +388,66 @@ TEST(EditSource, BracketsMatchAcrossLines) {
     p = {0, 2};
     EXPECT_FALSE(s.MatchBracketForward('{', p));
     EXPECT_FALSE(s.MatchBracketForward('x', p));
+}
+
+}  // namespace
+}  // namespace zorfa::text
+
+namespace zorfa::text {
+namespace {
+
+using testing::Load;
+using testing::RawLines;
+
+TEST(EditSourceTabs, OptimalFillIndentsWithTabsThenBlanks) {
+    TEasyEditSource s;
+    s.SetOptions(s.Options() + srUseTab + srOptimalFill);
+    s.SetTabStops("4");
+    Load(s, "\t\t  foo");
+    EXPECT_EQ(s.Lines().Get(0), "          foo");
+    s.MoveCaretTo(13, 0);
+    s.NewLine();
+    EXPECT_EQ(RawLines(s)[1], "\t\t  ");
+    EXPECT_EQ(s.Caret(), (TPoint{10, 1}));
+}
+
+TEST(EditSourceTabs, AlwaysOnTabsSnapsToTheNearerEdgeOfATab) {
+    TEasyEditSource s;
+    s.SetOptions(s.Options() + srUseTab + srAlwaysOnTabs);
+    Load(s, "a\tb");  // the tab covers columns 1..7
+    s.MoveCaretTo(3, 0);
+    EXPECT_EQ(s.Caret(), (TPoint{1, 0}));
+    s.MoveCaretTo(6, 0);
+    EXPECT_EQ(s.Caret(), (TPoint{8, 0}));
+}
+
+TEST(EditSourceTabs, UseTabReadsExpandedLinesAndKeepsTabsStored) {
+    TEasyEditSource s;
+    s.SetOptions(s.Options() + srUseTab);
+    Load(s, "\tx");
+    EXPECT_EQ(s.Lines().GetRawLine(0), "\tx");
+    EXPECT_EQ(s.Lines().Get(0), "        x");
+    s.MoveCaretTo(9, 0);
+    s.InsertText("y");
+    EXPECT_EQ(s.Lines().GetRawLine(0), "\txy");
+    s.MoveCaretTo(8, 0);
+    s.DeleteChars(1);
+    EXPECT_EQ(s.Lines().GetRawLine(0), "\ty");
+    s.MoveCaretTo(0, 0);
+    s.DeleteChars(8);  // the whole tab by its columns
+    EXPECT_EQ(s.Lines().GetRawLine(0), "y");
+}
+
+TEST(EditSourceFiles, SaveToFileKeepsTheNameAndWritesTheLineBreak) {
+    TEasyEditSource s;
+    Load(s, "one\ntwo");
+    const std::string path = (std::filesystem::temp_directory_path() / "edit-source-save.txt").string();
+    s.SaveToFile(path);
+    EXPECT_EQ(s.FileName, path);
+    std::ifstream in(path, std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(bytes, "one\r\ntwo\r\n");
+    std::filesystem::remove(path);
 }
 
 }  // namespace
