@@ -121,6 +121,50 @@ std::string readString(const char* p) {
     return text;
 }
 
+namespace {
+void appendFileCoordinates(std::string& out, const Reference& r, std::int32_t column, std::int32_t row) {
+    const std::int32_t baseRow = r.onSheet ? 0 : row, baseColumn = r.onSheet ? 0 : column;
+    auto rowWord = [&](std::int32_t stored, bool absolute) {
+        return static_cast<std::uint16_t>(absolute ? stored : stored + baseRow);
+    };
+    auto columnWord = [&](std::int32_t stored, bool columnAbsolute, bool rowAbsolute) {
+        auto word = static_cast<std::uint16_t>((columnAbsolute ? stored : stored + baseColumn) & 0x3FFF);
+        if (!columnAbsolute) word |= 0x4000;
+        if (!rowAbsolute) word |= 0x8000;
+        return word;
+    };
+    append(out, rowWord(r.row1, r.rowAbsolute1));
+    if (r.area) append(out, rowWord(r.row2, r.rowAbsolute2));
+    append(out, columnWord(r.column1, r.columnAbsolute1, r.rowAbsolute1));
+    if (r.area) append(out, columnWord(r.column2, r.columnAbsolute2, r.rowAbsolute2));
+}
+}  // namespace
+
+std::string toFileTokens(std::string_view tokens, std::int32_t column, std::int32_t row) {
+    std::string out;
+    out.reserve(tokens.size());
+    for (size_t at = 0; at < tokens.size();) {
+        const size_t size = sizeAt(tokens, at);
+        if (size == 0) break;
+        const char* p = tokens.data() + at;
+        at += size;
+        const auto code = static_cast<std::uint8_t>(*p);
+        if (code == Name) {
+            out += '\x43';
+            append(out, static_cast<std::uint16_t>(read<std::uint16_t>(p + 1) + 1));
+            append(out, std::uint16_t{0});
+        } else if (isReference(code)) {
+            const Reference r = readReference(p);
+            out += static_cast<char>(code == Cell || code == Cell3D ? code + 32 : code);
+            if (r.onSheet) append(out, r.sheet);
+            appendFileCoordinates(out, r, column, row);
+        } else {
+            out.append(p, size);
+        }
+    }
+    return out;
+}
+
 }  // namespace token
 
 TokenItem TcxTokensStack::pop() {

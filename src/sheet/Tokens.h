@@ -96,6 +96,14 @@ void appendString(std::string& out, std::string_view text);
 // The 8-bit text of the string token at `p`.
 std::string readString(const char* p);
 void appendString16(std::string& out, std::string_view text);
+
+// The tokens as a file stores them, for a formula in (column, row): names
+// become 0x43 with index + 1 and two spare bytes; references get absolute
+// 16-bit rows and columns, the column word carrying 0x4000 for a relative
+// column and 0x8000 for a relative row, 3D forms their 16-bit sheet first;
+// cells become 0x44 and 0x5A, areas stay 0x25 and 0x3B. Everything else is
+// copied. Stops at a token it does not know.
+std::string toFileTokens(std::string_view tokens, std::int32_t column, std::int32_t row);
 }  // namespace token
 
 // One item of the stack: its bytes and the kind of token that defines it.
