@@ -211,7 +211,7 @@ std::string TcxSSDataStorage::displayText(std::int32_t column, std::int32_t row,
     if (red) *red = false;
     const CellRecord& record = cell(column, row);
     const std::uint16_t format = record.style.fields().format;
-    if (format == kFormatText && record.kind != CellKind::Number) return record.text;
+    if (format == kFormatText && record.kind == CellKind::Text) return record.text;
     std::optional<double> number = numericValue(column, row);
     bool isBoolean = record.kind == CellKind::Formula && record.formula && record.formula->cachedResult() &&
                      record.formula->cachedResult()->kind == CellValueKind::Boolean;

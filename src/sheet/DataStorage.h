@@ -144,7 +144,8 @@ public:
     const TcxSSHeader& header(int index) const noexcept { return index == 0 ? columnHeader_ : rowHeader_; }
 
     // A deep copy of another storage's cells, merged ranges and headers; the
-    // formulas are cloned and told their new sheet.
+    // formulas are cloned and told their new sheet. Both storages belong to
+    // one book: they share the style cache.
     void assign(const TcxSSDataStorage& other);
 
     // A structural change of another sheet of the book: every formula here
