@@ -526,7 +526,7 @@ void TEasyStrings::SetHidden(int index, bool hidden) {
 
 bool TEasyStrings::IsLineVisible(int index) const {
     if (!useVisibleLines_) return true;
-    return const_cast<TEasyVisibleLinesList&>(visibleLines_).IndexOfLine(index) < 0;
+    return visibleLines_.IndexOfLine(index) < 0;
 }
 
 int TEasyStrings::HiddenCount() const { return useVisibleLines_ ? visibleLines_.Count() : 0; }

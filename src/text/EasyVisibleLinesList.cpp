@@ -47,7 +47,7 @@ int TEasyVisibleLinesList::FindHidden(int key, bool byVisible, bool strict) {
     return p;
 }
 
-int TEasyVisibleLinesList::IndexOfLine(int line) {
+int TEasyVisibleLinesList::IndexOfLine(int line) const {
     auto it = std::lower_bound(items_.begin(), items_.end(), static_cast<Item>(line));
     return it != items_.end() && *it == line ? static_cast<int>(it - items_.begin()) : -1;
 }

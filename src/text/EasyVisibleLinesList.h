@@ -29,8 +29,8 @@ public:
     int FindHidden(int key, bool byVisible, bool strict);
 
     // Index of `line` in the list or -1 (plain bisection).
-    int IndexOfLine(int line);
-    bool Contains(int line) { return IndexOfLine(line) >= 0; }
+    int IndexOfLine(int line) const;
+    bool Contains(int line) const { return IndexOfLine(line) >= 0; }
     // Adds `line` unless present.
     void AddLine(int line);
     // Removes `line` if present.
