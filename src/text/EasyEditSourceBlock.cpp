@@ -233,10 +233,27 @@ void TCustomEasyEditSource::DeleteBlock(TPoint from, TPoint to) {
     MoveCaretTo(from.X, from.Y);
     if (from.Y == to.Y) {
         DeleteChars(to.X - from.X);
+    } else if (!Has(srUseTab)) {
+        // From the caret: a start beyond the line's end may have been held
+        // at the end.
+        RemoveBlock({caret_.X, from.Y}, to);
     } else {
-        const bool tabs = Has(srUseTab);
-        RemoveBlock({tabs ? ExpandedToRaw(from.Y, from.X) : from.X, from.Y},
-                    {tabs ? ExpandedToRaw(to.Y, to.X) : to.X, to.Y});
+        int inside, width;
+        int fromRaw = ExpandedToRaw(from.Y, caret_.X, inside, width);
+        if (inside > 0) {
+            // Starting inside a tab: its columns left of the start become
+            // blanks first, as a deletion of characters does.
+            LockUndo();
+            MoveCaretBy(-inside, 0);
+            InsertText(std::string(static_cast<size_t>(inside), ' '));
+            MoveCaretBy(inside, 0);
+            UnlockUndo();
+            fromRaw += inside;
+        }
+        // Ending inside a tab takes the whole tab.
+        int toRaw = ExpandedToRaw(to.Y, to.X, inside, width);
+        if (inside > 0) ++toRaw;
+        RemoveBlock({fromRaw, from.Y}, {toRaw, to.Y});
     }
     EndUpdate();
 }
@@ -253,6 +270,12 @@ void TCustomEasyEditSource::InsertBlock(std::string_view text) {
     EnsureCaretLine();
     int inside, width;
     const int x = CaretRaw(inside, width);
+    // Pasting inside a tab keeps the text behind it in its columns.
+    if (inside > 0) {
+        std::string first(static_cast<size_t>(inside), ' ');
+        first.append(rows[0].Text.View());
+        rows[0].Text.Assign(first);
+    }
     ReinsertBlock({x, caret_.Y}, rows, 0);
     EndUpdate();
     --editCount_;

@@ -299,7 +299,9 @@ void TCustomEasyEditSource::JoinLines() {
     if (ReadOnly()) return;
     const int y = caret_.Y;
     int inside, width;
-    const int x = CaretRaw(inside, width);
+    int x = CaretRaw(inside, width);
+    // Inside a tab the column lies behind it, as for BreakLine.
+    if (inside > 0) ++x;
     ++editCount_;
     BeginUpdate(crJoinLines);
     std::string line(strings_->GetRawLine(y));

@@ -244,10 +244,10 @@ TEST(Undo, BlockUndoKeepsTheParseCacheOfWholeLines) {
 
 // Random primitives, then undo all and compare with the original, then redo
 // all and compare with the edited text.
-void RandomRoundTrip(TEasySourceOptions options, unsigned seed, bool blanks) {
+void RandomRoundTrip(TEasySourceOptions options, unsigned seed, bool blanks, bool tabs = false) {
     std::mt19937 random(seed);
     auto pick = [&](int n) { return n <= 0 ? 0 : static_cast<int>(random() % static_cast<unsigned>(n)); };
-    const std::string alphabet = blanks ? "abc xyz{}" : "abcxyz{}";
+    const std::string alphabet = tabs ? "ab\tc x\t{}" : blanks ? "abc xyz{}" : "abcxyz{}";
     auto word = [&] {
         std::string w;
         for (int i = pick(6) + 1; i > 0; --i) w += alphabet[static_cast<size_t>(pick(static_cast<int>(alphabet.size())))];
@@ -263,7 +263,7 @@ void RandomRoundTrip(TEasySourceOptions options, unsigned seed, bool blanks) {
     const Lines original = RawLines(s);
     for (int step = 0; step < 400; ++step) {
         const int y = pick(s.LineCount());
-        const int length = static_cast<int>(s.Lines().GetRawLine(y).size());
+        const int length = static_cast<int>(s.Lines().Get(y).size());
         s.MoveCaretTo(pick(length + 1), y);
         switch (pick(8)) {
             case 0: Type(s, word()); break;
@@ -276,7 +276,7 @@ void RandomRoundTrip(TEasySourceOptions options, unsigned seed, bool blanks) {
             case 4: s.InsertLine(pick(s.LineCount() + 1), word()); break;
             case 5: {
                 const int y2 = std::min(s.LineCount() - 1, y + pick(30));
-                s.DeleteBlock(s.Caret(), {pick(static_cast<int>(s.Lines().GetRawLine(y2).size()) + 1), y2});
+                s.DeleteBlock(s.Caret(), {pick(static_cast<int>(s.Lines().Get(y2).size()) + 1), y2});
                 break;
             }
             case 6: s.InsertBlock(word() + "\n" + word() + (pick(2) ? "\n" + word() : std::string())); break;
@@ -300,6 +300,14 @@ TEST(Undo, RandomEditsUndoToTheOriginalAndRedoToTheEditedText) {
         RandomRoundTrip(base + srLeaveTrailSpaces, seed, true);
         RandomRoundTrip(base - srGroupUndo, seed + 100, false);
         RandomRoundTrip(base + srUndoOnlyChanges + srLeaveTrailSpaces, seed + 200, true);
+    }
+}
+
+TEST(Undo, RandomEditsWithStoredTabsRoundTrip) {
+    const TEasySourceOptions base = kDefaultSourceOptions - srBeyondEol + srLeaveTrailSpaces + srUseTab;
+    for (unsigned seed = 1; seed <= 12; ++seed) {
+        RandomRoundTrip(base, seed + 300, true, true);
+        RandomRoundTrip(base + srCursorThroughTabs, seed + 400, true, true);
     }
 }
 
