@@ -21,8 +21,11 @@
 //   polynomial ones.
 //
 // - As a last guard against nested repeats whose single forward runs are
-//   themselves costly, a match attempt stops after a fixed budget of item
-//   steps and reports no match. No realistic mask comes near it.
+//   themselves costly (the memo covers resumed runs, not the greedy loops
+//   inside one run), a match stops after a budget of item steps that grows
+//   linearly with the text (quadratically for a search) and reports no
+//   match. No realistic mask comes near it; the result is still the same
+//   for the same input, so cached scan results stay valid.
 
 #include "syntax/EasyRegExpr.h"
 
@@ -39,10 +42,16 @@ namespace {
 
 using Kind = TEasyRegItemKind;
 
-// Item steps allowed per match or search: a fixed part plus a part that
-// grows with the text, so long lines of ordinary text never reach it.
-constexpr long kStepBudgetBase = 4'000'000;
-constexpr long kStepBudgetPerChar = 256;
+// Item steps allowed: a fixed part plus a part that grows with the text, so
+// ordinary masks on long lines never reach it. A search may restart at every
+// position, so it also gets a quadratic part (a repeat that runs to the end
+// of the text from each start is legitimate).
+constexpr long long kStepBudgetBase = 100'000;
+constexpr long long kStepBudgetPerChar = 256;
+constexpr long long kStepBudgetCap = 2'000'000'000;
+
+long long matchBudget(long long n) { return kStepBudgetBase + kStepBudgetPerChar * n; }
+long long searchBudget(long long n) { return std::min(kStepBudgetCap, matchBudget(n) + n * n / 2); }
 constexpr long kPopsBeforeMemo = 64;
 constexpr std::size_t kMemoBitLimit = std::size_t{1} << 27;  // 16 MB of bits
 
@@ -324,6 +333,7 @@ bool TEasyRegExpr::RepeatSimple(int test, TEasyRegItemKind op, int after, int& p
     }
     const int low = p;
     while (admits(p)) ++p;
+    FSteps += p - low;  // checked by the caller's next step
     // The point at `low` is pushed whatever follows; later ones only when
     // the loop did not stop on the terminator.
     const int high = (p > low && AtTerminator(p)) ? p - 1 : p;
@@ -467,7 +477,7 @@ bool TEasyRegExpr::MatchAt(const char* position, const char* end, bool atLineSta
     FTextStart = 0;
     FAtLineStart = atLineStart;
     FSteps = 0;
-    FStepBudget = kStepBudgetBase + kStepBudgetPerChar * static_cast<long>(FLimit);
+    FStepBudget = matchBudget(FLimit);
     FExhausted = false;
     FPops = 0;
     FMemoWidth = 0;
@@ -494,7 +504,7 @@ bool TEasyRegExpr::Search(const char* text, int textLength, bool forward, int& p
     FTextStart = 0;
     FAtLineStart = true;
     FSteps = 0;
-    FStepBudget = kStepBudgetBase + kStepBudgetPerChar * static_cast<long>(FLimit);
+    FStepBudget = searchBudget(FLimit);
     FExhausted = false;
     FPops = 0;
     FMemoWidth = 0;

@@ -126,8 +126,8 @@ private:
     const unsigned char* FText = nullptr;
     int FTextStart = 0;
     int FLimit = 0;
-    long FSteps = 0;
-    long FStepBudget = 0;
+    long long FSteps = 0;
+    long long FStepBudget = 0;
     bool FExhausted = false;
     long FPops = 0;
     int FMemoWidth = 0;
