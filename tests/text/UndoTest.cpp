@@ -242,6 +242,26 @@ TEST(Undo, BlockUndoKeepsTheParseCacheOfWholeLines) {
     s.SetParser(nullptr);
 }
 
+// What ParseTo built from the caches equals a forced scan of every line.
+void ExpectCacheMatchesAFullScan(TEasyEditSource& s, unsigned seed) {
+    const int last = s.LineCount() - 1;
+    s.ParseTo(last);
+    std::vector<std::vector<std::uint16_t>> cached;
+    std::vector<int> ends;
+    for (int y = 0; y <= last; ++y) {
+        auto codes = s.Lines().GetStyleString(y);
+        cached.emplace_back(codes.begin(), codes.end());
+        ends.push_back(s.Lines().GetLineState(y));
+    }
+    s.ParseLines(0, last, true);
+    for (int y = 0; y <= last; ++y) {
+        auto codes = s.Lines().GetStyleString(y);
+        ASSERT_EQ(cached[static_cast<size_t>(y)], std::vector<std::uint16_t>(codes.begin(), codes.end()))
+            << "line " << y << " seed " << seed;
+        ASSERT_EQ(ends[static_cast<size_t>(y)], s.Lines().GetLineState(y)) << "line " << y << " seed " << seed;
+    }
+}
+
 // Random primitives, then undo all and compare with the original, then redo
 // all and compare with the edited text.
 void RandomRoundTrip(TEasySourceOptions options, unsigned seed, bool blanks, bool tabs = false) {
@@ -285,10 +305,16 @@ void RandomRoundTrip(TEasySourceOptions options, unsigned seed, bool blanks, boo
         s.ParseTo(pick(s.LineCount()));
     }
     const Lines edited = RawLines(s);
-    while (s.CanUndo()) s.Undo();
+    ExpectCacheMatchesAFullScan(s, seed);
+    while (s.CanUndo()) {
+        s.Undo();
+        s.ParseTo(pick(s.LineCount()));
+    }
     ASSERT_EQ(RawLines(s), original) << "seed " << seed;
+    ExpectCacheMatchesAFullScan(s, seed);
     while (s.CanRedo()) s.Redo();
     ASSERT_EQ(RawLines(s), edited) << "seed " << seed;
+    ExpectCacheMatchesAFullScan(s, seed);
     s.SetParser(nullptr);
 }
 
