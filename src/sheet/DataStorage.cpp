@@ -292,6 +292,28 @@ bool TcxSSDataStorage::clearCells(CellRect rect, bool clearStyle) {
     return true;
 }
 
+void TcxSSDataStorage::moveCells(std::int32_t toColumn, std::int32_t fromColumn, bool clear, std::int32_t rowCount,
+                                 std::int32_t toRow, std::int32_t fromRow) {
+    if (toColumn < 0 || fromColumn < 0 || toRow < 0 || fromRow < 0 || rowCount <= 0) return;
+    std::vector<CellRecord> block;
+    block.reserve(static_cast<std::size_t>(rowCount));
+    for (std::int32_t i = 0; i < rowCount; ++i) block.push_back(cell(fromColumn, fromRow + i).copy());
+    if (clear) {
+        const CellRect target{toColumn, toRow, toColumn, toRow + rowCount - 1};
+        for (std::int32_t i = 0; i < rowCount; ++i) {
+            if (!TcxSSUtils::contains(target, fromColumn, fromRow + i)) setCell(fromColumn, fromRow + i, CellRecord{});
+        }
+    }
+    for (std::int32_t i = 0; i < rowCount; ++i) {
+        CellRecord& record = block[static_cast<std::size_t>(i)];
+        if (record.formula) {
+            record.formula->setCell(sheetIndex_, {toColumn, toRow + i});
+            record.text = record.formula->text();
+        }
+        setCell(toColumn, toRow + i, std::move(record));
+    }
+}
+
 void TcxSSDataStorage::clearAll() {
     LockScope lock(*this);
     columns_.clear();

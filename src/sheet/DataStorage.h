@@ -108,6 +108,14 @@ public:
     bool clearCells(CellRect rect, bool clearStyle);
     void clearAll();
 
+    // Copies `rowCount` cells of column fromColumn, from fromRow down, to
+    // column toColumn from toRow down; with `clear` the source cells that are
+    // not overwritten are cleared, so the block moves. Overlapping blocks are
+    // read whole before anything is written. Moved formulas keep their
+    // relative references, which follow them.
+    void moveCells(std::int32_t toColumn, std::int32_t fromColumn, bool clear, std::int32_t rowCount,
+                   std::int32_t toRow, std::int32_t fromRow);
+
     void deleteCells(CellRect rect, ShiftMode mode);
     void insertCells(CellRect rect, ShiftMode mode);
 

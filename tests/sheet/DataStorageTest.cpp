@@ -285,3 +285,32 @@ TEST_F(DataStorageTest, ForEachFormulaVisitsEveryFormula) {
 
 }  // namespace
 }  // namespace zorfa::sheet
+
+namespace zorfa::sheet {
+namespace {
+
+class DataStorageMoveTest : public DataStorageTest {};
+
+TEST_F(DataStorageMoveTest, MoveCellsCopiesOrMovesAColumnBlock) {
+    storage.setText(0, 0, "a");
+    storage.setText(0, 1, "=C9");
+    TcxSSCellStyle(storage, 0, 0).setFontStyle(kFontBold);
+    storage.moveCells(2, 0, false, 2, 5, 0);
+    EXPECT_EQ(storage.cell(2, 5).text, "a");
+    EXPECT_EQ(storage.cell(2, 5).style, storage.cell(0, 0).style);
+    EXPECT_EQ(storage.cell(0, 0).text, "a");
+    ASSERT_NE(storage.cell(2, 6).formula, nullptr);
+    EXPECT_EQ(storage.cell(2, 6).formula->cell(), (CellPoint{2, 6}));
+    EXPECT_EQ(aliveFormulas, 2);
+
+    storage.moveCells(0, 0, true, 2, 1, 0);  // down by one, overlapping itself
+    EXPECT_EQ(storage.cell(0, 0).text, "");
+    EXPECT_EQ(storage.cell(0, 0).style.get(), &styles.defaultRecord());
+    EXPECT_EQ(storage.cell(0, 1).text, "a");
+    EXPECT_EQ(storage.cell(0, 2).kind, CellKind::Formula);
+    EXPECT_EQ(storage.cell(0, 2).formula->cell(), (CellPoint{0, 2}));
+    EXPECT_EQ(aliveFormulas, 2);
+}
+
+}  // namespace
+}  // namespace zorfa::sheet
