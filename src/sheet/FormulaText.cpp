@@ -110,12 +110,10 @@ std::string formulaText(std::string_view tokens, const FormulaScope& scope, std:
         case token::Boolean:
             parts.emplace_back(p[1] ? "TRUE" : "FALSE");
             break;
-        case token::Number: {
-            LocaleSettings locale = *scope.locale;
-            locale.decimalSeparator = separators.decimal;
-            parts.push_back(locale.floatText(token::read<double>(p + 1)));
+        case token::Number:
+            parts.emplace_back();
+            LocaleSettings::appendFloatText(token::read<double>(p + 1), separators.decimal, parts.back());
             break;
-        }
         case token::Name: {
             const auto index = token::read<std::uint16_t>(p + 1);
             if (scope.names && index < scope.names->size())

@@ -1,5 +1,7 @@
 #include "sheet/FunctionTable.h"
 
+#include <array>
+
 #include "sheet/FunctionHandlers.h"
 #include "sheet/LocaleSettings.h"
 
@@ -39,13 +41,21 @@ const FunctionInfo kBuiltIn[FunctionTable::kBuiltInCount] = {
     {31, "MID", Mid, 3},          {112, "LOWER", Lower, 1},      {113, "UPPER", Upper, 1},
 };
 
+// Built-in rows by id: evaluation looks a function up at every call.
+struct IdIndex {
+    std::array<std::uint8_t, 512> row{};  // row + 1, 0 for none
+    IdIndex() {
+        for (size_t i = 0; i < FunctionTable::kBuiltInCount; ++i) row[kBuiltIn[i].id] = static_cast<std::uint8_t>(i + 1);
+    }
+};
+
 }  // namespace
 
 const FunctionInfo* FunctionTable::builtIn() noexcept { return kBuiltIn; }
 
 const FunctionInfo* FunctionTable::find(std::uint16_t id) const noexcept {
-    for (const FunctionInfo& f : kBuiltIn)
-        if (f.id == id) return &f;
+    static const IdIndex index;
+    if (id < index.row.size() && index.row[id]) return &kBuiltIn[index.row[id] - 1];
     for (const FunctionInfo& f : added_)
         if (f.id == id) return &f;
     return nullptr;

@@ -34,7 +34,7 @@ std::string LocaleSettings::floatText(double value) const {
     return text;
 }
 
-void LocaleSettings::appendFloatText(double value, std::string& out) const {
+void LocaleSettings::appendFloatText(double value, char decimalSeparator, std::string& out) {
     if (std::isnan(value)) {
         out += "NAN";
         return;

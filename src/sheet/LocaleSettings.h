@@ -32,7 +32,8 @@ public:
     // fixed notation unless the decimal exponent is above 15 or below -4
     // ("1E15", "1.5E-5"); infinities and NaN read "INF", "-INF", "NAN".
     std::string floatText(double value) const;
-    void appendFloatText(double value, std::string& out) const;
+    void appendFloatText(double value, std::string& out) const { appendFloatText(value, decimalSeparator, out); }
+    static void appendFloatText(double value, char decimalSeparator, std::string& out);
 
     // A number in this locale's format; false when the text is anything else.
     bool parseNumber(std::string_view text, double& value) const;  // defined below the class
