@@ -117,7 +117,8 @@ void TcxSSCellStyle::setForegroundColor(TcxSSColor color) { setField(&StyleField
 TcxSSEdgeLineStyle TcxSSCellStyle::edgeStyle(TcxSSEdgeBorder edge) const {
     if (storage_) {
         if (auto range = storage_->merged().rangeAt(column_, row_)) {
-            const bool inside = (edge == eLeft && column_ > range->left) || (edge == eRight && column_ < range->right) ||
+            const bool inside = (edge == eLeft && column_ > range->left) ||
+                                (edge == eRight && column_ < range->right) ||
                                 (edge == eTop && row_ > range->top) || (edge == eBottom && row_ < range->bottom);
             if (inside) return lsNone;
         }

@@ -378,7 +378,9 @@ CellContent TcxSSDataStorage::readCell(std::int32_t column, std::int32_t row) co
     if (!record) return content;
     content.text = record->text;
     switch (record->kind) {
-        case CellKind::Text: content.kind = record->text.empty() ? CellContent::Kind::Empty : CellContent::Kind::Text; break;
+        case CellKind::Text:
+            content.kind = record->text.empty() ? CellContent::Kind::Empty : CellContent::Kind::Text;
+            break;
         case CellKind::Number:
             content.kind = CellContent::Kind::Number;
             content.number = record->number;

@@ -54,10 +54,11 @@ void TcxSSDataStorage::checkStrip(const CellRect& rect, ShiftMode mode, bool ins
 void TcxSSDataStorage::moveSlot(std::int32_t fromColumn, std::int32_t fromRow, std::int32_t toColumn,
                                 std::int32_t toRow) {
     if (fromColumn >= capacityColumns() || fromRow >= capacityRows_) return;
-    auto& from = columns_[static_cast<std::size_t>(fromColumn)].cells[static_cast<std::size_t>(fromRow)];
-    if (!from) return;
+    if (!columns_[static_cast<std::size_t>(fromColumn)].cells[static_cast<std::size_t>(fromRow)]) return;
+    // Grow first: growing rows moves every column's slots.
     if (toColumn >= capacityColumns()) setCapacity(toColumn + kColumnDelta, capacityRows_);
     if (toRow >= capacityRows_) setCapacity(capacityColumns(), toRow + kRowDelta);
+    auto& from = columns_[static_cast<std::size_t>(fromColumn)].cells[static_cast<std::size_t>(fromRow)];
     Column& to = columns_[static_cast<std::size_t>(toColumn)];
     to.cells[static_cast<std::size_t>(toRow)] = std::move(from);
     to.rowsUsed = std::max(to.rowsUsed, toRow + 1);
@@ -93,9 +94,9 @@ TcxSSDataStorage::Column TcxSSDataStorage::freshColumn() const {
 }
 
 void TcxSSDataStorage::deleteCells(CellRect rect, ShiftMode mode) {
-    listener_->markModified();
     rect = prepareShiftRect(rect, mode);
     checkStrip(rect, mode, false);
+    listener_->markModified();
     const std::int32_t width = clampCount(TcxSSUtils::width(rect));
     const std::int32_t height = clampCount(TcxSSUtils::height(rect));
     const std::vector<CellRect> mergedBefore = merged_.list();
@@ -140,9 +141,9 @@ void TcxSSDataStorage::deleteCells(CellRect rect, ShiftMode mode) {
 }
 
 void TcxSSDataStorage::insertCells(CellRect rect, ShiftMode mode) {
-    listener_->markModified();
     rect = prepareShiftRect(rect, mode);
     checkStrip(rect, mode, true);
+    listener_->markModified();
     const std::int32_t width = clampCount(TcxSSUtils::width(rect));
     const std::int32_t height = clampCount(TcxSSUtils::height(rect));
     {

@@ -28,7 +28,8 @@ public:
     void setCell(std::int32_t, CellPoint cell) override { own_ = cell; }
     ReferenceUpdate updateReferences(const StructureChange& change, CellPoint newCell) override {
         own_ = newCell;
-        if (change.mode == ShiftMode::Horizontal || change.mode == ShiftMode::Vertical) return ReferenceUpdate::Unchanged;
+        if (change.mode == ShiftMode::Horizontal || change.mode == ShiftMode::Vertical)
+            return ReferenceUpdate::Unchanged;
         std::int32_t& p = change.isColumnChange() ? ref_.column : ref_.row;
         const std::int32_t edge = change.isColumnChange() ? change.rect.left : change.rect.top;
         if (p < edge) return ReferenceUpdate::Unchanged;

@@ -193,7 +193,8 @@ TEST_F(DataStorageShiftTest, TheStructureHookReachesOtherSheets) {
     other.setCell(0, 0, [&] {
         CellRecord record;
         record.kind = CellKind::Formula;
-        record.formula = std::make_unique<FakeFormula>(5, CellPoint{0, 0}, 2, CellName{0, 7, false, false}, &otherAlive);
+        record.formula =
+            std::make_unique<FakeFormula>(5, CellPoint{0, 0}, 2, CellName{0, 7, false, false}, &otherAlive);
         record.text = record.formula->text();
         return record;
     }());
