@@ -326,13 +326,8 @@ void TCustomEasyEditSource::SetParser(TCustomEasyParser* parser) {
     if (TCustomEasyParser* old = LiveParser()) old->RemoveNotifier(this);
     parser_ = parser;
     if (parser_) parser_->AddNotifier(this, [this](TCustomEasyParser&) { ParserChanged(); });
-    InvalidateLines(0, MaxInt);
-    parsedTo_ = 0;
-    changeFlags_ |= cfAll;
-    RebuildDelimiters();
+    ParserChanged();
     EndUpdate();
-    urlStyle_ = parser_ ? parser_->IndexOfToken(kUrlStyleName) : -1;
-    for (auto& [name, code] : SpellStyles) code = parser_ ? parser_->IndexOfToken(name) : -1;
 }
 
 void TCustomEasyEditSource::ParserChanged() {
@@ -345,6 +340,12 @@ void TCustomEasyEditSource::ParserChanged() {
     TCustomEasyParser* p = LiveParser();
     urlStyle_ = p ? p->IndexOfToken(kUrlStyleName) : -1;
     for (auto& [name, code] : SpellStyles) code = p ? p->IndexOfToken(name) : -1;
+}
+
+void TCustomEasyEditSource::SpellStylesChanged() {
+    TCustomEasyParser* p = LiveParser();
+    for (auto& [name, code] : SpellStyles) code = p ? p->IndexOfToken(name) : -1;
+    if (Has(srLiveSpell)) ParserChanged();
 }
 
 void TCustomEasyEditSource::ParseLines(int first, int last, bool force) {

@@ -254,7 +254,10 @@ public:
     // Parses line y again; true when its EndState changed.
     bool ReparseLine(int y);
     int UrlStyle() const { return urlStyle_; }
+    // Names of the styles spell-checked, each with its code (-1 unknown).
     std::vector<std::pair<std::string, int>> SpellStyles{{"tstring", -1}, {"tcomment", -1}};
+    // After a change of SpellStyles: the codes looked up again.
+    virtual void SpellStylesChanged();
     virtual bool CheckWord(std::string_view word);
 
     // ---- Undo ---------------------------------------------------------------------------

@@ -87,8 +87,12 @@ TEST(EditSourceParse, LiveSpellMarksWordsThatFailExceptTheOneBeingTyped) {
     s.SetParser(&parser);
     Load(s, "teh {teh}");
     s.ParseTo(0);
-    EXPECT_EQ(s.Lines().GetCharStyle(0, 1), 0);                 // plain text: not a spell style
-    EXPECT_EQ(s.Lines().GetCharStyle(0, 6), 1 + 32767);         // in a comment
+    EXPECT_EQ(s.Lines().GetCharStyle(0, 1), 0);          // plain text: not a spell style
+    EXPECT_EQ(s.Lines().GetCharStyle(0, 6), 1 + 32767);  // in a comment
+    s.SpellStyles = {{"tstring", -1}};
+    s.SpellStylesChanged();
+    s.ParseTo(0);
+    EXPECT_EQ(s.Lines().GetCharStyle(0, 6), 1);  // comments are no longer checked
     s.SetParser(nullptr);
 }
 
