@@ -9,36 +9,17 @@
 namespace zorfa::sheet {
 namespace {
 
-using testing::FakeCompiler;
 using testing::FakeFormula;
-using testing::RecordingHistory;
-using testing::RecordingListener;
 
-class DataStorageShiftTest : public ::testing::Test {
+class DataStorageShiftTest : public testing::StorageFixture {
 protected:
-    DataStorageShiftTest() : storage(styles, 2) {
-        storage.setListener(&listener);
-        storage.setHistory(&history);
-        compiler.alive = &alive;
-        storage.setFormulaCompiler(&compiler);
-    }
+    DataStorageShiftTest() : StorageFixture(2) {}
 
     // Fills columns A..D, rows 1..5 with their own names: "A1", "B1", ...
     void fillGrid() {
         for (std::int32_t c = 0; c < 4; ++c)
             for (std::int32_t r = 0; r < 5; ++r) storage.setText(c, r, TcxSSUtils::cellName(c, r));
     }
-    std::string text(std::int32_t c, std::int32_t r) { return storage.cell(c, r).text; }
-    FakeFormula* formulaAt(std::int32_t c, std::int32_t r) {
-        return static_cast<FakeFormula*>(storage.cell(c, r).formula.get());
-    }
-
-    TcxSSStyleCache styles;
-    TcxSSDataStorage storage;
-    RecordingListener listener;
-    RecordingHistory history;
-    FakeCompiler compiler;
-    int alive = 0;
 };
 
 TEST_F(DataStorageShiftTest, DeleteRowsMovesEverythingBelowUp) {

@@ -9,33 +9,13 @@
 namespace zorfa::sheet {
 namespace {
 
-using testing::FakeCompiler;
 using testing::FakeFormula;
-using testing::RecordingHistory;
-using testing::RecordingListener;
 
-class DataStorageTest : public ::testing::Test {
+class DataStorageTest : public testing::StorageFixture {
 protected:
-    DataStorageTest() : storage(styles, 0) {
-        storage.setListener(&listener);
-        storage.setHistory(&history);
-        compiler.alive = &aliveFormulas;
-        storage.setFormulaCompiler(&compiler);
-    }
-
     void setFormat(std::int32_t column, std::int32_t row, std::uint16_t code) {
         TcxSSCellStyle(storage, column, row).setFormatCode(code);
     }
-    FakeFormula* formulaAt(std::int32_t column, std::int32_t row) {
-        return static_cast<FakeFormula*>(storage.cell(column, row).formula.get());
-    }
-
-    TcxSSStyleCache styles;
-    TcxSSDataStorage storage;
-    RecordingListener listener;
-    RecordingHistory history;
-    FakeCompiler compiler;
-    int aliveFormulas = 0;
 };
 
 TEST_F(DataStorageTest, WritingA1OfAnEmptySheetGrowsByTheSteps) {
@@ -153,9 +133,9 @@ TEST_F(DataStorageTest, TypedNumbersStayTextButReadAsNumbers) {
 
 TEST_F(DataStorageTest, NumericWriteReplacesAFormula) {
     storage.setText(0, 0, "=B2");
-    EXPECT_EQ(aliveFormulas, 1);
+    EXPECT_EQ(alive, 1);
     storage.setNumber(0, 0, 1234.5);
-    EXPECT_EQ(aliveFormulas, 0);
+    EXPECT_EQ(alive, 0);
     const CellRecord& cell = storage.cell(0, 0);
     EXPECT_EQ(cell.kind, CellKind::Number);
     EXPECT_EQ(cell.number, 1234.5);
@@ -187,7 +167,7 @@ TEST_F(DataStorageTest, ClearCellsKeepsStylesUnlessAsked) {
     storage.clearCells({0, 0, 1, 1}, false);
     EXPECT_EQ(storage.cell(0, 0).text, "");
     EXPECT_EQ(storage.cell(1, 1).kind, CellKind::Text);
-    EXPECT_EQ(aliveFormulas, 0);
+    EXPECT_EQ(alive, 0);
     EXPECT_EQ(storage.cell(1, 1).style.fields().font->size, 12);
     EXPECT_EQ(storage.recordCount(), 2u);
     storage.clearCells({0, 0, 1, 1}, true);
@@ -253,7 +233,7 @@ TEST_F(DataStorageTest, AssignCopiesCellsFormulasAndStyles) {
     storage.header(0).setSize(1, 40);
     TcxSSDataStorage copy(styles, 4);
     copy.assign(storage);
-    EXPECT_EQ(aliveFormulas, 2);
+    EXPECT_EQ(alive, 2);
     EXPECT_NE(copy.cell(0, 0).formula.get(), storage.cell(0, 0).formula.get());
     EXPECT_EQ(copy.cell(0, 0).formula->sheet(), 4);
     EXPECT_EQ(copy.cell(1, 0).style, storage.cell(1, 0).style);
@@ -266,7 +246,7 @@ TEST_F(DataStorageTest, ClearAllEmptiesEverything) {
     storage.setText(3, 3, "=A1");
     storage.mergeCells({0, 0, 1, 1}, true);
     storage.clearAll();
-    EXPECT_EQ(aliveFormulas, 0);
+    EXPECT_EQ(alive, 0);
     EXPECT_EQ(storage.capacityColumns(), 0);
     EXPECT_EQ(storage.capacityRows(), 0);
     EXPECT_EQ(storage.columnCount(), 0);
@@ -301,7 +281,7 @@ TEST_F(DataStorageMoveTest, MoveCellsCopiesOrMovesAColumnBlock) {
     EXPECT_EQ(storage.cell(0, 0).text, "a");
     ASSERT_NE(storage.cell(2, 6).formula, nullptr);
     EXPECT_EQ(storage.cell(2, 6).formula->cell(), (CellPoint{2, 6}));
-    EXPECT_EQ(aliveFormulas, 2);
+    EXPECT_EQ(alive, 2);
 
     storage.moveCells(0, 0, true, 2, 1, 0);  // down by one, overlapping itself
     EXPECT_EQ(storage.cell(0, 0).text, "");
@@ -309,7 +289,7 @@ TEST_F(DataStorageMoveTest, MoveCellsCopiesOrMovesAColumnBlock) {
     EXPECT_EQ(storage.cell(0, 1).text, "a");
     EXPECT_EQ(storage.cell(0, 2).kind, CellKind::Formula);
     EXPECT_EQ(storage.cell(0, 2).formula->cell(), (CellPoint{0, 2}));
-    EXPECT_EQ(aliveFormulas, 2);
+    EXPECT_EQ(alive, 2);
 }
 
 }  // namespace

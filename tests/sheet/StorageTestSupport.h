@@ -3,6 +3,8 @@
 // that makes it from "=B3" or "=$B$3" style text, and a listener and history
 // that write down what they hear.
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <string>
 #include <vector>
@@ -129,6 +131,29 @@ public:
         cells.push_back({{column, row}, before.text});
     }
     void endAction(TcxSSDataStorage&) override { --depth; }
+};
+
+// A storage wired to a recording listener and history and the fake compiler.
+class StorageFixture : public ::testing::Test {
+protected:
+    explicit StorageFixture(std::int32_t sheetIndex = 0) : storage(styles, sheetIndex) {
+        storage.setListener(&listener);
+        storage.setHistory(&history);
+        compiler.alive = &alive;
+        storage.setFormulaCompiler(&compiler);
+    }
+
+    std::string text(std::int32_t column, std::int32_t row) const { return storage.cell(column, row).text; }
+    FakeFormula* formulaAt(std::int32_t column, std::int32_t row) {
+        return static_cast<FakeFormula*>(storage.cell(column, row).formula.get());
+    }
+
+    TcxSSStyleCache styles;
+    TcxSSDataStorage storage;
+    RecordingListener listener;
+    RecordingHistory history;
+    FakeCompiler compiler;
+    int alive = 0;  // formulas made by the compiler and not yet deleted
 };
 
 }  // namespace zorfa::sheet::testing
