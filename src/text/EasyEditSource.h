@@ -19,6 +19,8 @@
 // zorfa::Exception("Invalid Tab Stop"). Bad indexes are ignored.
 
 #include <bitset>
+#include <cstddef>
+#include <initializer_list>
 #include <cstdint>
 #include <functional>
 #include <iosfwd>
@@ -299,10 +301,8 @@ protected:
     virtual void SaveStyles(int x, int y) {}
     virtual void RestoreStyles(int x, int y) {}
     virtual bool GetReadOnly() const { return readOnly_; }
-    virtual bool CheckSpelling() const { return false; }
 
 private:
-    friend class TEasyEditSourceAccess;
     // Store events.
     void StoreChanged(TEasyStrings& strings);
     void ConvertLine(TEasyStrings& strings, std::string& text, bool storing);
@@ -324,8 +324,8 @@ private:
     // up to a.X. Records ukBlockDelete.
     void RemoveBlock(TPoint a, TPoint b);
     // rows[0] joined to line at.Y at raw column at.X, the others as lines of
-    // their own, the rest of the line after the last; `fill` blanks at at.X
-    // (left by the removal) go first. Records ukBlockInsert.
+    // their own, the rest of the line after the last. The `fill` blanks that
+    // a removal left at at.X come out first. Records ukBlockInsert.
     void ReinsertBlock(TPoint at, std::vector<TEasyBlockLine>& rows, int fill);
     void AdjustRange(const TEasyRangeMove& move);
     void SpellLine(int y);
