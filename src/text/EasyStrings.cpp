@@ -404,13 +404,13 @@ void TEasyStrings::LoadFromFile(const std::string& path) {
         errno = EISDIR;
         CloseAndThrow(fd, "Cannot open file", path);
     }
-    const bool regular = S_ISREG(info.st_mode);
+    // A regular file of known size is read in one read; a pipe, a device or a
+    // file that claims 0 bytes (as /proc files do) is read to its end.
+    const bool regular = S_ISREG(info.st_mode) && info.st_size > 0;
     std::size_t capacity = regular ? static_cast<std::size_t>(info.st_size) : 65536;
     std::unique_ptr<char[]> block(new char[capacity ? capacity : 1]);
     AdviseLargeBlock(block.get(), capacity);
     std::size_t size = 0;
-    // A regular file is read in one read of its whole size; a pipe or a
-    // device is read until its end, doubling the block.
     for (;;) {
         if (size == capacity) {
             if (regular) break;
