@@ -207,6 +207,19 @@ TEST(Scanner, KeywordsWithBlanks) {
     EXPECT_EQ(scan(parser, "end"), (std::vector<Piece>{{"end", "tident"}}));
 }
 
+TEST(Scanner, AnEntryWithBlanksCanHideItsFirstWord) {
+    // The comparison with blanks does not follow the list's order around a
+    // prefix: "end if" against "end x" compares less, "end" equal. Whether
+    // "end" is found depends on where the binary search looks first.
+    TEasyParser parser;
+    parser.SetRulesText(std::string(kHeader) +
+                        "snormal 'end' snormal tresword\n"
+                        "snormal 'end if' snormal tresword\n"
+                        "snormal 'endzz' snormal tresword\n");
+    EXPECT_EQ(scan(parser, "end x"), (std::vector<Piece>{{"end ", "tnone"}, {"x", "tnone"}}));
+    EXPECT_EQ(scan(parser, "end a"), (std::vector<Piece>{{"end", "tresword"}, {" ", "tnone"}, {"a", "tnone"}}));
+}
+
 const char* kCommentScheme =
     "State=snormal\nState=sstring\nState=scomment1\nState=scomment2\nState=sdead\n"
     "Token=tnone\nToken=tstring\nToken=tcomment\n"
