@@ -96,8 +96,8 @@ void TEasyStrings::ReserveRecords(int count) {
     // What is left of the current chunk stays usable through the free list.
     for (; chunk && chunk->constructed < chunk->capacity; ++chunk->constructed)
         freeRecords_.push_back(new (chunk->records + chunk->constructed) TEasyStringRec());
-    const int size = std::max(count - static_cast<int>(freeRecords_.size()), kSmallChunk);
-    chunks_.push_back(std::make_unique<RecordChunk>(size));
+    const int missing = count - static_cast<int>(freeRecords_.size());
+    chunks_.push_back(std::make_unique<RecordChunk>(std::max(missing, kSmallChunk)));
 }
 
 TEasyStringRec* TEasyStrings::NewRecord() {
@@ -356,7 +356,12 @@ void TEasyStrings::LoadFromBlock(std::unique_ptr<char[]> block, std::size_t size
     }
     if (size) {
         blocks_.push_back(std::move(block));
-        SplitBlock(data, size);
+        try {
+            SplitBlock(data, size);
+        } catch (...) {  // out of memory: the update must not stay open
+            EndUpdate();
+            throw;
+        }
     }
     EndUpdate();
 }
