@@ -138,7 +138,7 @@ private:
     Frame frame_;
     size_t cellsVisited_ = 0;
     size_t pushes_ = 0;
-    std::string scratch_, scratch2_;
+    std::string cellText_;  // cell texts during enumeration
     int nesting_ = 0;
 };
 
@@ -210,9 +210,9 @@ void FormulaEvaluator::enumerateTexts(int count, Visit&& text) {
         if (value.kind == StackKind::Reference || value.kind == StackKind::Name) {
             enumerateValue(value, true, [&](const CellRead& cell, std::uint64_t times) {
                 cellsVisited_ += times;
-                scratch2_.clear();
-                textOf(cell, scratch2_);
-                text(std::string_view(scratch2_), times);
+                cellText_.clear();
+                textOf(cell, cellText_);
+                text(std::string_view(cellText_), times);
             });
         } else {
             std::string literal;
