@@ -157,6 +157,12 @@ public:
     // First and last changed line and column of the open update; -1 unset.
     int ChangedFirstLine() const { return changedRect_[0]; }
     int ChangedLastLine() const { return changedRect_[1]; }
+    int ChangedFirstColumn() const { return changedRect_[2]; }
+    int ChangedLastColumn() const { return changedRect_[3]; }
+    // True during an absolute caret move, and while undo or redo replays.
+    bool Jumping() const { return jumping_; }
+    bool Redoing() const { return redoing_; }
+    bool Replaying() const { return undoing_; }
 
     bool Modified = false;
     bool KeepLastLine = false;

@@ -450,5 +450,33 @@ TEST(EditSourceFiles, SaveToFileKeepsTheNameAndWritesTheLineBreak) {
     std::filesystem::remove(path);
 }
 
+TEST(EditSourceViews, BlockEditsTellViewsTheRangeThatMoved) {
+    class SelectionView : public IEasySourceListener {
+    public:
+        TPoint SelEnd{5, 3};
+        int Ranges = 0;
+        void SourceChanged(TCustomEasyEditSource&, TEasySourceNotify* n) override {
+            if (n && n->Kind == snRange) {
+                ++Ranges;
+                SelEnd = static_cast<const TEasyRangeMove*>(n->Data)->Adjust(SelEnd);
+            }
+        }
+    } view;
+    TEasyEditSource s;
+    Load(s, "0123456789\nabcdefgh\nABCDEFGH\nxyzxyzxyz");
+    s.Attach(&view);
+    s.DeleteBlock({4, 0}, {2, 2});
+    EXPECT_EQ(view.Ranges, 1);
+    EXPECT_EQ(view.SelEnd, (TPoint{5, 1}));
+    EXPECT_EQ(testing::RawLines(s)[0], "0123CDEFGH");
+    s.MoveCaretTo(0, 1);
+    s.InsertBlock("new\nlines\n");
+    EXPECT_EQ(view.Ranges, 2);
+    EXPECT_EQ(view.SelEnd, (TPoint{5, 3}));
+    s.Undo();
+    EXPECT_EQ(view.Ranges, 3);
+    EXPECT_EQ(view.SelEnd, (TPoint{5, 1}));
+}
+
 }  // namespace
 }  // namespace zorfa::text
