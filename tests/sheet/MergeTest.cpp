@@ -107,6 +107,8 @@ TEST_F(MergeTest, ShiftsThatCutAMergedRangeAreRefused) {
     storage.setText(0, 0, "a");
     storage.setText(4, 2, "keep");
     storage.mergeCells({3, 2, 4, 3}, true);
+    testing::RecordingListener listener;
+    storage.setListener(&listener);
     auto expectRefused = [&](auto operation) {
         try {
             operation();
@@ -116,6 +118,7 @@ TEST_F(MergeTest, ShiftsThatCutAMergedRangeAreRefused) {
         }
         EXPECT_EQ(storage.cell(4, 2).text, "keep");
         EXPECT_EQ(storage.merged().item(0), (CellRect{3, 2, 4, 3}));
+        EXPECT_EQ(listener.modified, 0);  // refused before anything changed
     };
     expectRefused([&] { storage.deleteCells({0, 2, 0, 2}, ShiftMode::Horizontal); });
     expectRefused([&] { storage.insertCells({1, 3, 1, 3}, ShiftMode::Horizontal); });
