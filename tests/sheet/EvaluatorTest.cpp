@@ -132,6 +132,15 @@ TEST_F(EvaluatorTest, ASelfReferenceIsACycle) {
     EXPECT_EQ(value("A1"), "2");  // the unfinished own value reads as empty
 }
 
+TEST_F(EvaluatorTest, AddedFunctionsAndAFunctionWithoutResult) {
+    book.formulas().functions().add({500, "TWICE", [](FormulaEvaluator& e, int) { e.pushNumber(2 * e.popNumber()); }, 1});
+    book.formulas().functions().add({501, "NOTHING", [](FormulaEvaluator&, int) {}, 0});
+    EXPECT_EQ(eval("=twice(21)"), "42");
+    EXPECT_EQ(compile("=twice(1)+NOTHING()"), "=TWICE(1)+NOTHING()");
+    EXPECT_EQ(eval("=NOTHING()"), "#VALUE!");  // "Function need result" is caught
+    EXPECT_EQ(eval("=SUM(1,2)"), "3");         // built-in rows come first
+}
+
 TEST_F(EvaluatorTest, ValueTextOfAFormulaCell) {
     set("A1", "=1+1");
     auto& cell = book.sheet(0).cell(0, 0);

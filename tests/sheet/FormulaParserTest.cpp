@@ -115,6 +115,33 @@ TEST_F(FormulaParserTest, MessagesOfTheCompiler) {
     EXPECT_EQ(compile("=LEN(\")\")"), "!Error - unterminated string!");
 }
 
+TEST_F(FormulaParserTest, BrokenTokensCannotBePrinted) {
+    auto message = [&](const std::string& tokens) {
+        try {
+            book.formulas().tokensText(tokens, {});
+        } catch (const ECalculationError& e) {
+            return std::string(e.what());
+        }
+        return std::string("printed");
+    };
+    std::string one;
+    token::appendNumber(one, 1);
+    EXPECT_EQ(message(one + '\x03'), "Missing tokens");
+    EXPECT_EQ(message(one + '\x13' + '\x13'), "printed");
+    EXPECT_EQ(message('\x13' + one), "Missing tokens");
+    EXPECT_EQ(message(one + one), "Error constructing formula. Parsed expression error offset at");
+    EXPECT_EQ(message(std::string(1, '\x24')), "Error constructing formula. Parsed expression error offset at");
+    EXPECT_EQ(message(one + std::string("\x42\x02\x04\x00", 4)), "Missing tokens");
+
+    TcxTokensStack stack;
+    try {
+        stack.pop();
+        ADD_FAILURE() << "pop on an empty stack";
+    } catch (const ECalculationError& e) {
+        EXPECT_STREQ(e.what(), "Error syntax in string expression");
+    }
+}
+
 TEST_F(FormulaParserTest, FailedTextStaysPlainTextButUnknownNamesShowNameError) {
     set("A1", "=(1");
     EXPECT_FALSE(isFormula("A1"));
