@@ -159,9 +159,11 @@ public:
     int ChangedLastLine() const { return changedRect_[1]; }
     int ChangedFirstColumn() const { return changedRect_[2]; }
     int ChangedLastColumn() const { return changedRect_[3]; }
-    // True during an absolute caret move, and while undo or redo replays.
+    // True during an absolute caret move.
     bool Jumping() const { return jumping_; }
+    // The undo lists' roles are swapped (a redo is running).
     bool Redoing() const { return redoing_; }
+    // Undo or redo is replaying records.
     bool Replaying() const { return undoing_; }
 
     bool Modified = false;
