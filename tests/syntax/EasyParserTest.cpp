@@ -136,6 +136,36 @@ TEST(SchemeCompiler, ExpressionsAreFiledUnderTheirFirstSignificantItem) {
     EXPECT_EQ(scan(parser, "#x#x"), (std::vector<Piece>{{"#x", "tnumber"}, {"#", "tnone"}, {"x", "tnone"}}));
 }
 
+TEST(SchemeCompiler, TablesOfACaseInsensitiveStateUseUpperCase) {
+    TEasyParser parser;
+    parser.SetRulesText(std::string(kHeader) +
+                        "snormal . snormal tnumber\n"
+                        "snormal [a-c]+ snormal tident\n"
+                        "snormal $ snormal tresword\n");
+    const auto& state = *parser.StateList()[0];
+    ASSERT_TRUE(state.CharRules['B']);
+    EXPECT_EQ(state.CharRules['B']->Expressions.size(), 2u);
+    EXPECT_EQ(state.CharRules['b']->Expressions.size(), 1u) << "only the any-character rule";
+    EXPECT_EQ(state.CharRules[0]->Expressions.size(), 1u);
+    EXPECT_EQ(state.EolRules.size(), 1u);
+    EXPECT_EQ(state.AllExpressions.size(), 2u) << "the end-of-line rule is owned apart";
+    // Lower-case input is upper-cased before the table load, so [a-c] fires.
+    EXPECT_EQ(scan(parser, "abcd"), (std::vector<Piece>{{"abc", "tident"}, {"d", "tresword"}}));
+}
+
+TEST(SchemeCompiler, ChangingOneLineRecompilesTheWholeScheme) {
+    TEasyParser parser;
+    parser.SetRulesText(std::string(kHeader) + "snormal 'if' snormal tresword\n");
+    int told = 0;
+    parser.AddNotifier(&told, [&](zorfa::TCustomEasyParser&) { ++told; });
+    EXPECT_EQ(scan(parser, "if"), (std::vector<Piece>{{"if", "tresword"}}));
+    parser.SetRuleLine(static_cast<int>(parser.Rules().size()) - 1, "snormal 'if' snormal tnumber");
+    EXPECT_EQ(scan(parser, "if"), (std::vector<Piece>{{"if", "tnumber"}}));
+    EXPECT_EQ(told, 0) << "the plain parser does not notify on its own";
+    EXPECT_EQ(parser.RuleValue("token"), "tnone");
+    EXPECT_EQ(parser.RuleValue("nothing"), "");
+}
+
 TEST(SchemeCompiler, BadMaskRaisesAndKeepsTheLinesBefore) {
     TEasyParser parser;
     try {
@@ -205,6 +235,17 @@ TEST(Scanner, KeywordsWithBlanks) {
     // With exactly one character left behind the entry it is not looked at.
     EXPECT_EQ(scan(parser, "end ifx"), (std::vector<Piece>{{"end if", "tresword"}, {"x", "tnone"}}));
     EXPECT_EQ(scan(parser, "end"), (std::vector<Piece>{{"end", "tident"}}));
+}
+
+TEST(Scanner, LongestEntryWalkStopsAtTheFirstMismatch) {
+    TEasyParser parser;
+    parser.SetRulesText(std::string(kHeader) +
+                        "snormal 'go' snormal tident\n"
+                        "snormal 'go to' snormal tresword\n"
+                        "snormal 'go to end' snormal tnumber\n"
+                        "snormal 'go tx' snormal tident\n");
+    EXPECT_EQ(scan(parser, "go to end;"), (std::vector<Piece>{{"go to end", "tnumber"}, {";", "tnone"}}));
+    EXPECT_EQ(scan(parser, "go to x"), (std::vector<Piece>{{"go to", "tresword"}, {" ", "tnone"}, {"x", "tnone"}}));
 }
 
 TEST(Scanner, AnEntryWithBlanksCanHideItsFirstWord) {
