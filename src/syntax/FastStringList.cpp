@@ -1,6 +1,7 @@
 #include "syntax/FastStringList.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "syntax/SyntaxChars.h"
 
@@ -14,8 +15,7 @@ int TFastStringList::Compare(const std::string& entry, const char* text, int len
     const auto* e = reinterpret_cast<const unsigned char*>(entry.data());
     const auto* t = reinterpret_cast<const unsigned char*>(text);
     if (FCaseSensitive) {
-        for (int i = 0; i < common; ++i)
-            if (e[i] != t[i]) return static_cast<int>(e[i]) - static_cast<int>(t[i]);
+        if (const int c = std::memcmp(e, t, static_cast<size_t>(common))) return c;
     } else {
         for (int i = 0; i < common; ++i) {
             const unsigned char a = syntaxchars::upper(e[i]);
