@@ -35,8 +35,8 @@ const FormulaClock& FormulaEvaluator::clock() const noexcept { return cache_.clo
 FormulaRandom& FormulaEvaluator::random() noexcept { return cache_.random(); }
 
 const CellReader* FormulaEvaluator::sheetReader(std::int32_t sheet) const {
-    const FormulaScope scope = cache_.scope();
-    return scope.sheets ? scope.sheets->sheetCells(sheet) : nullptr;
+    const FormulaSheets* sheets = cache_.sheets();
+    return sheets ? sheets->sheetCells(sheet) : nullptr;
 }
 
 bool FormulaEvaluator::textToNumber(std::string_view text, double& value) const {

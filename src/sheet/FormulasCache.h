@@ -41,6 +41,7 @@ public:
 
     // --- settings ---
     void setSheets(const FormulaSheets* sheets) noexcept { sheets_ = sheets; }
+    const FormulaSheets* sheets() const noexcept { return sheets_; }
     const LocaleSettings& locale() const noexcept { return locale_; }
     void setLocale(const LocaleSettings& locale) { locale_ = locale; }
     bool r1c1() const noexcept { return r1c1_; }
