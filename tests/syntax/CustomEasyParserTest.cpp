@@ -1,5 +1,6 @@
-// The parser contract compiles on its own and a scheme-less parser answers
-// with its neutral defaults.
+// The parser contract on its own: ScanLine drives NextToken as the edit
+// source does, the process-wide registry follows construction and
+// destruction, and notifiers can be removed.
 #include <gtest/gtest.h>
 
 #include "syntax/CustomEasyParser.h"
