@@ -1,30 +1,6 @@
 #include "text/EasyLineSplit.h"
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 namespace zorfa::text {
-
-std::uint64_t LineBreakMask64(const char* p) noexcept {
-#if defined(__SSE2__)
-    const __m128i cr = _mm_set1_epi8('\r');
-    const __m128i lf = _mm_set1_epi8('\n');
-    std::uint64_t mask = 0;
-    for (int i = 0; i < 4; ++i) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i));
-        const unsigned bits =
-            static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf))));
-        mask |= static_cast<std::uint64_t>(bits) << (16 * i);
-    }
-    return mask;
-#else
-    std::uint64_t mask = 0;
-    for (int i = 0; i < 64; ++i)
-        if (p[i] == '\r' || p[i] == '\n') mask |= std::uint64_t{1} << i;
-    return mask;
-#endif
-}
 
 std::size_t CountLines(const char* data, const char* end) noexcept {
     if (data >= end) return 0;

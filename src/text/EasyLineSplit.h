@@ -9,12 +9,34 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace zorfa::text {
 
-// Bit i is set when p[i] is CR or LF, for the 64 bytes at p.
-std::uint64_t LineBreakMask64(const char* p) noexcept;
+// Bit i is set when p[i] is CR or LF, for the 64 bytes at p. Inline: it runs
+// once for every 64 bytes of a file.
+inline std::uint64_t LineBreakMask64(const char* p) noexcept {
+#if defined(__SSE2__)
+    const __m128i cr = _mm_set1_epi8('\r');
+    const __m128i lf = _mm_set1_epi8('\n');
+    std::uint64_t mask = 0;
+    for (int i = 0; i < 4; ++i) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 16 * i));
+        const unsigned bits =
+            static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(_mm_cmpeq_epi8(v, cr), _mm_cmpeq_epi8(v, lf))));
+        mask |= static_cast<std::uint64_t>(bits) << (16 * i);
+    }
+    return mask;
+#else
+    std::uint64_t mask = 0;
+    for (int i = 0; i < 64; ++i)
+        if (p[i] == '\r' || p[i] == '\n') mask |= std::uint64_t{1} << i;
+    return mask;
+#endif
+}
 
 // The number of lines [data, end) splits into.
 std::size_t CountLines(const char* data, const char* end) noexcept;
