@@ -51,7 +51,10 @@ std::string mutate(std::mt19937& rng, const std::vector<std::string>& corpus, st
             s.insert(pick(s.size() + 1), pick(200), static_cast<char>(rng() % 256));
             break;
         case 5:
-            if (!s.empty()) s[pick(s.size())] = "(){}[]|*+!#.,;:\"'=\\-0123456789 \r\n\t"[rng() % 36];
+            if (!s.empty()) {
+                static constexpr char kSyntax[] = "(){}[]|*+!#.,;:\"'=\\-0123456789 \r\n\t";
+                s[pick(s.size())] = kSyntax[rng() % (sizeof kSyntax - 1)];
+            }
             break;
         case 6:
             if (s.size() > 1) s.resize(pick(s.size()));

@@ -17,7 +17,7 @@ using zorfa::TEasyTokenPiece;
 
 std::string readScheme(const std::string& name) {
     const char* source = std::getenv("ZORFA_SOURCE_DIR");
-    const std::string path = std::string(source ? source : ".") + "/tests/syntax/schemes/" + name;
+    const std::string path = std::string(source ? source : ".") + "/data/Syntax Schemes/" + name;
     std::ifstream in(path, std::ios::binary);
     EXPECT_TRUE(in.good()) << path;
     return std::string(std::istreambuf_iterator<char>(in), {});
