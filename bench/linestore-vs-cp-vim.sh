@@ -15,10 +15,17 @@
 # Needs /usr/bin/time (Debian package `time`) and vim; installs them when
 # missing (apt-get, as root).
 #
-# Usage: bench/linestore-vs-cp-vim.sh [RUNS]   (ZORFA_CLI=path overrides the binary)
+# Usage: bench/linestore-vs-cp-vim.sh [RUNS] [crlf|lf]
+#   RUNS: timed runs of each command (default 5)
+#   crlf (default): the file has CR LF breaks, as the saved file does, so the
+#     save copies runs of untouched lines at once; lf: the file has LF breaks
+#     and every line is copied by itself with a new break.
+#   ZORFA_CLI=path overrides the binary.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 runs=${1:-5}
+filebreak=${2:-crlf}
+case $filebreak in crlf) eol='\r\n';; lf) eol='\n';; *) echo "usage: $0 [RUNS] [crlf|lf]" >&2; exit 2;; esac
 cli=${ZORFA_CLI:-$root/build/bin/zorfa-cli}
 
 need=()
@@ -39,8 +46,8 @@ trap 'rm -rf "$work"' EXIT
 src=$work/source.c
 
 # 1,000,000 lines of C-like text of varied length, about 50 bytes a line on
-# average, CR LF breaks as a Windows source file has; deterministic.
-awk 'BEGIN {
+# average, CR LF breaks as a Windows source file has (or LF); deterministic.
+awk -v eol="$eol" 'BEGIN {
   srand(20241122);
   split("int|char|unsigned long|static void|const char *|struct node *|size_t|double", types, "|");
   split("count|buffer|index|length|result|node|value|offset|state|cursor|limit|table", names, "|");
@@ -57,17 +64,22 @@ awk 'BEGIN {
     c = int(rand() * 3);
     if (line != "" && c == 0) line = line " // " a " must stay below " b;
     else if (line != "" && c == 1) line = line " /* see " names[int(rand() * 12) + 1] " */";
-    printf "%s%s\r\n", indent, line;
+    printf "%s%s%s", indent, line, eol;
   }
 }' > "$src"
 size=$(stat -c %s "$src")
 lines=$("$cli" lines "$src" --count)
-echo "file: $src, $size bytes, $lines lines"
+echo "file: $src, $size bytes, $lines lines, $filebreak breaks"
 cat "$src" > /dev/null  # in the page cache for everyone
 
-cmd_cp()    { cp "$src" "$work/out"; }
-cmd_vim()   { vim -u NONE -N -es -c "w! $work/out" -c 'q!' "$src"; }
-cmd_zorfa() { "$cli" lines "$src" --out "$work/out"; }
+cmd_cp=(cp "$src" "$work/out")
+cmd_vim=(vim -u NONE -N -es -c "w! $work/out" -c 'q!' "$src")
+cmd_zorfa=("$cli" lines "$src" --out "$work/out")
+run_cmd() {  # run_cmd NAME [PREFIX...]: runs the command NAME, after PREFIX
+  local name=$1; shift
+  local -n cmd="cmd_$name"
+  "$@" "${cmd[@]}" >/dev/null 2>&1
+}
 
 # Interleaved rounds: each round runs all three, so a slow moment of the
 # machine hits all alike. Wall time in microseconds from date(1).
@@ -75,7 +87,7 @@ declare -A walls
 for ((r = 0; r < runs; r++)); do
   for name in cp vim zorfa; do
     rm -f "$work/out"; sync
-    t0=$(date +%s%N); "cmd_$name" >/dev/null 2>&1; t1=$(date +%s%N)
+    t0=$(date +%s%N); run_cmd "$name"; t1=$(date +%s%N)
     walls[$name]+="$(( (t1 - t0) / 1000 )) "
   done
 done
@@ -83,11 +95,12 @@ done
 declare -A peak
 for name in cp vim zorfa; do
   rm -f "$work/out"
-  /usr/bin/time -v -o "$work/time" bash -c "$(declare -f "cmd_$name"); src='$src' work='$work' cli='$cli' cmd_$name" >/dev/null 2>&1
+  run_cmd "$name" /usr/bin/time -v -o "$work/time"
   peak[$name]=$(awk -F': ' '/Maximum resident set size/ { print $2 }' "$work/time")
 done
 "$cli" lines "$src" --out "$work/out"
-if cmp -s "$work/out" "$src"; then echo "round trip: identical bytes"; else echo "round trip: DIFFERENT bytes"; fi
+if [ "$filebreak" = crlf ]; then expect=$src; else expect=$work/expect; sed 's/$/\r/' "$src" > "$expect"; fi
+if cmp -s "$work/out" "$expect"; then echo "saved file: the expected bytes"; else echo "saved file: DIFFERENT bytes"; fi
 
 stat_of() {  # stat_of NAME best|median
   local sorted; sorted=$(printf '%s\n' ${walls[$1]} | sort -n)
