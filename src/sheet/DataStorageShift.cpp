@@ -146,8 +146,9 @@ void TcxSSDataStorage::insertCells(CellRect rect, ShiftMode mode) {
     listener_->markModified();
     const std::int32_t width = clampCount(TcxSSUtils::width(rect));
     const std::int32_t height = clampCount(TcxSSUtils::height(rect));
+    const std::vector<CellRect> mergedBefore = merged_.list();
     {
-        ActionScope action(*this, StorageAction{StorageAction::Kind::InsertCells, rect, mode});
+        ActionScope action(*this, StorageAction{StorageAction::Kind::InsertCells, rect, mode, &mergedBefore});
         LockScope lock(*this);
         switch (mode) {
             case ShiftMode::Horizontal:

@@ -20,6 +20,8 @@ void TcxSSMergedCellsStorage::add(const CellRect& inclusive) {
 }
 
 void TcxSSMergedCellsStorage::removeAt(std::int32_t index) {
+    // Undo and the book pass indexes they kept; one that is gone is ignored.
+    if (index < 0 || index >= count()) return;
     ranges_.erase(ranges_.begin() + index);
 }
 

@@ -16,7 +16,7 @@ public:
     std::int32_t count() const noexcept { return static_cast<std::int32_t>(ranges_.size()); }
     CellRect item(std::int32_t index) const;  // inclusive
     void add(const CellRect& inclusive);
-    void removeAt(std::int32_t index);
+    void removeAt(std::int32_t index);  // an index past the list is ignored
     void clear() noexcept { ranges_.clear(); }
 
     // The first range, in list order, that holds the cell.

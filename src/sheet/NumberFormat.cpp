@@ -109,6 +109,15 @@ std::string generalText(double value, int precision, const LocaleSettings& local
     return trimFraction(fixedText(value, precision, locale.decimalSeparator), locale.decimalSeparator);
 }
 
+// Day numbers from 1 January of year 1 (-693593) to 31 December 9999
+// (2958465, with its time of day).
+constexpr double kFirstCalendarDay = -693593.0;
+constexpr double kPastLastCalendarDay = 2958466.0;
+
+bool isCalendarDay(double serial) noexcept {
+    return std::isfinite(serial) && serial >= kFirstCalendarDay && serial < kPastLastCalendarDay;
+}
+
 // Days since 30 December 1899 to a civil date.
 void civilFromSerial(double serial, int& year, int& month, int& day, int& weekday) {
     // 30 December 1899 is day -25569 of 1 January 1970; count from 1 March of year 0.
@@ -312,6 +321,7 @@ bool isNumberFormat(std::uint16_t code) noexcept {
 bool isPercentFormat(std::uint16_t code) noexcept { return code == kFormatPercent || code == kFormatPercentDecimals; }
 
 std::string formatDateTime(std::string_view format, double serial, const LocaleSettings& locale) {
+    if (!isCalendarDay(serial)) return locale.floatText(serial);
     int year, month, day, weekday;
     civilFromSerial(serial, year, month, day, weekday);
     // Before 30 December 1899 the day counts back and the time still runs forward.
@@ -416,6 +426,11 @@ FormattedNumber formatNumber(double value, std::uint16_t code, int precision, co
     if (std::string_view pattern = displayPattern(code); !pattern.empty()) {
         double shown = isPercentFormat(code) ? value * 100 : value;
         result.text = formatFloat(withCurrency(pattern, locale), shown, locale);
+        return result;
+    }
+    // A day number no calendar holds shows as a plain number, as no date can.
+    if (isDateTimeFormat(code) && !isCalendarDay(value)) {
+        result.text = generalText(value, precision, locale);
         return result;
     }
     const std::string dateTime = locale.shortDateFormat + " " + std::string(kLongTimeFormat);

@@ -43,11 +43,14 @@ struct FormattedNumber {
 
 // `precision` is the book's number of decimals of the general format; it is
 // capped at 8. Format 49 (text) is not formatted: the float text comes back.
+// A date or time format given a day number outside years 1 to 9999 shows the
+// general form.
 FormattedNumber formatNumber(double value, std::uint16_t code, int precision, const LocaleSettings& locale);
 
 // Formats in the system's date and time dialect (d, dd, m, mm, mmm, mmmm, yy,
 // yyyy, h, hh, n, nn, s, ss, z, zzz, am/pm, a/p, ampm, quoted text) a day
 // number counted from 30 December 1899, the fraction being the time of day.
+// A day number outside years 1 to 9999 comes back as its float text.
 std::string formatDateTime(std::string_view format, double serial, const LocaleSettings& locale);
 
 // Formats in the system's number dialect: up to three sections "positive;

@@ -82,7 +82,7 @@ struct StorageAction {
     Kind kind = Kind::ClearCells;
     CellRect rect;
     ShiftMode mode = ShiftMode::Horizontal;        // InsertCells, DeleteCells
-    const std::vector<CellRect>* mergedBefore = nullptr;  // inclusive; DeleteCells, MergeCells, SplitCells
+    const std::vector<CellRect>* mergedBefore = nullptr;  // inclusive; InsertCells, DeleteCells, MergeCells, SplitCells
 };
 
 class StorageHistory {
