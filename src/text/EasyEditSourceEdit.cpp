@@ -156,7 +156,7 @@ void TCustomEasyEditSource::CaretRight(bool force) {
     if (Has(srMoveDownAtLineEnd)) {
         if (static_cast<int>(strings_->Get(caret_.Y).size()) > caret_.X)
             MoveCaretBy(1, 0);
-        else
+        else if (caret_.Y < LineCount() - 1 || (Has(srBeyondEof) && !KeepLastLine))
             MoveCaretTo(0, caret_.Y + 1);
     } else {
         MoveCaretBy(1, 0);
@@ -462,9 +462,17 @@ void TCustomEasyEditSource::Backspace() {
             const int target = PreviousIndent();
             if (target < caret_.X) {
                 BeginUpdate(crDelete);
-                const int count = caret_.X - target;
-                MoveCaretTo(target, caret_.Y);
-                DeleteChars(count);
+                const int x = caret_.X, y = caret_.Y;
+                // A level inside a tab: delete from the tab's start (a caret on
+                // tabs could not stand at the level), then blanks refill the
+                // tab's columns up to the level.
+                int inside = 0, width = 0;
+                if (Has(srUseTab)) ExpandedToRaw(y, target, inside, width);
+                const int from = target - inside;
+                MoveCaretTo(from, y);
+                DeleteChars(x - from);
+                if (inside > 0) InsertText(std::string(static_cast<size_t>(inside), ' '));
+                MoveCaretTo(target, y);
                 EndUpdate();
                 return;
             }
@@ -472,8 +480,11 @@ void TCustomEasyEditSource::Backspace() {
     }
     if (caret_.X == 0 && !Has(srMoveUpAtLineBegin)) return;
     BeginUpdate(crDelete);
+    const TPoint before = caret_;
     CaretLeft();
-    DeleteChars(1);
+    // Nothing lies left of the start of the document; at column 0 the caret
+    // went up to the end of the line above, where there is nothing to delete.
+    if (caret_.Y == before.Y && caret_.X < before.X) DeleteChars(1);
     EndUpdate();
 }
 
