@@ -336,10 +336,12 @@ void TCustomEasyEditSource::ParserChanged() {
     parsedTo_ = 0;
     changeFlags_ |= cfAll;
     RebuildDelimiters();
-    EndUpdate();
+    // Looked up before the views hear of it: a view parses what it shows
+    // while it is told.
     TCustomEasyParser* p = LiveParser();
     urlStyle_ = p ? p->IndexOfToken(kUrlStyleName) : -1;
     for (auto& [name, code] : SpellStyles) code = p ? p->IndexOfToken(name) : -1;
+    EndUpdate();
 }
 
 void TCustomEasyEditSource::SpellStylesChanged() {

@@ -8,6 +8,7 @@
 namespace zorfa::text {
 namespace {
 
+using testing::CommentParser;
 using testing::Load;
 using testing::RawLines;
 using Lines = std::vector<std::string>;
@@ -70,6 +71,33 @@ TEST(EditSourceReview, RightAtTheEndOfTheLastLineStaysWithoutBeyondEof) {
     s.SetOptions(s.Options() + srBeyondEof);
     s.CaretRight();
     EXPECT_EQ(s.Caret(), (TPoint{0, 2}));
+}
+
+// A view parses what it shows as soon as it is told of an update; a parser
+// that changes its token numbers must reach it with the new URL code.
+TEST(EditSourceReview, AViewParsingOnNotificationSeesTheParsersNewUrlStyle) {
+    class MovingUrlParser : public CommentParser {
+    public:
+        int Url = 2;
+        int IndexOfToken(std::string_view name) const override { return name == "turl" ? Url : -1; }
+    } parser;
+    class ParsingView : public IEasySourceListener {
+    public:
+        void SourceChanged(TCustomEasyEditSource& source, TEasySourceNotify* notify) override {
+            if (!notify) source.ParseTo(100);
+        }
+    } view;
+    TEasyEditSource s;
+    s.Attach(&view);
+    s.SetParser(&parser);
+    Load(s, "see www.example.com now");
+    EXPECT_EQ(s.Lines().GetCharStyle(0, 5), 2);
+    parser.Url = 1;
+    parser.Changed();
+    EXPECT_EQ(s.UrlStyle(), 1);
+    EXPECT_EQ(s.Lines().GetCharStyle(0, 5), 1);
+    s.Detach(&view);
+    s.SetParser(nullptr);
 }
 
 }  // namespace
