@@ -69,7 +69,8 @@ bool TEasyBookMarkList::AdjustMarks(int x, int y, int dx, int dy) {
     for (; i < Count(); ++i) {
         TEasyBookMark& m = items_[static_cast<size_t>(i)];
         if (dy != 0) {
-            if (m.Y < y || (m.Y == y && m.X < x)) continue;
+            // A join (upward) keeps line y where it is, whatever the column.
+            if (m.Y < y || (m.Y == y && (m.X < x || dy < 0))) continue;
             const int oldY = m.Y;
             m.Y += dy;
             // Downward: text after the break goes to the next line's start.

@@ -100,5 +100,34 @@ TEST(EditSourceReview, AViewParsingOnNotificationSeesTheParsersNewUrlStyle) {
     s.SetParser(nullptr);
 }
 
+// A join keeps the line the caret stands on: marks at its end stay there, and
+// the marks of the joined line come up behind them.
+TEST(EditSourceReview, AJoinLeavesTheMarksOfTheRemainingLineInPlace) {
+    TEasyEditSource s;
+    Load(s, "abc\ndef\n\nghi");
+    s.SetBookmark(1, {3, 0});  // at the end of line 0, where the caret joins
+    s.SetBookmark(2, {1, 1});
+    s.MoveCaretTo(3, 0);
+    s.JoinLines();
+    TPoint p;
+    ASSERT_TRUE(s.GetBookmark(1, p));
+    EXPECT_EQ(p, (TPoint{3, 0}));
+    ASSERT_TRUE(s.GetBookmark(2, p));
+    EXPECT_EQ(p, (TPoint{4, 0}));
+    // An empty line joined with the next: its marks stay on it.
+    s.SetBookmark(3, {0, 1});
+    s.LineMarks().AddMark({0, 1}, 5);
+    s.MoveCaretTo(0, 1);
+    s.JoinLines();
+    ASSERT_TRUE(s.GetBookmark(3, p));
+    EXPECT_EQ(p, (TPoint{0, 1}));
+    EXPECT_EQ(s.LineMarks()[0].Y, 1);
+    // Undo breaks the lines again and the marks go back with the text.
+    for (int i = 0; i < 3; ++i) s.Undo();  // join, caret move, join
+    EXPECT_EQ(RawLines(s), (Lines{"abc", "def", "", "ghi"}));
+    ASSERT_TRUE(s.GetBookmark(2, p));
+    EXPECT_EQ(p, (TPoint{1, 1}));
+}
+
 }  // namespace
 }  // namespace zorfa::text
