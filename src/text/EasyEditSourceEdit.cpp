@@ -497,7 +497,7 @@ void TCustomEasyEditSource::WordBounds(TPoint point, int mode, int& start, int& 
     auto delimiter = [&](int i) { return at(i) != 1 && Delimiters.test(at(i)); };
     start = end = 0;
     if (length == 0) return;
-    int p = std::min(point.X, length - 1);
+    int p = std::clamp(point.X, 0, length - 1);
     while (p > 0 && delimiter(p)) --p;
     // Left over word characters; an embedded object (code 1) stops the walk.
     if (at(p) != 1)
@@ -516,7 +516,7 @@ void TCustomEasyEditSource::WordBounds(TPoint point, int mode, int& start, int& 
 
 std::string TCustomEasyEditSource::WordAt(TPoint point, bool strict) const {
     const std::string line = strings_->Get(point.Y);
-    if (strict && (point.X >= static_cast<int>(line.size()) ||
+    if (strict && (point.X < 0 || point.X >= static_cast<int>(line.size()) ||
                    Delimiters.test(static_cast<unsigned char>(line[static_cast<size_t>(point.X)]))))
         return {};
     int start, end;

@@ -129,5 +129,18 @@ TEST(EditSourceReview, AJoinLeavesTheMarksOfTheRemainingLineInPlace) {
     EXPECT_EQ(p, (TPoint{1, 1}));
 }
 
+// Bad positions are ignored: a column left of the line reads as its start.
+TEST(EditSourceReview, WordsAtANegativeColumn) {
+    TEasyEditSource s;
+    Load(s, "alpha beta");
+    int start = -7, end = -7;
+    s.WordBounds({-5, 0}, 0, start, end);
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(end, 5);
+    EXPECT_EQ(s.WordAt({-1, 0}, false), "alpha");
+    EXPECT_EQ(s.WordAt({-1, 0}, true), "");
+    EXPECT_EQ(s.WordAt({0, -1}, false), "");
+}
+
 }  // namespace
 }  // namespace zorfa::text
