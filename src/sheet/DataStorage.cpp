@@ -264,7 +264,8 @@ bool TcxSSDataStorage::clearCells(CellRect rect, bool clearStyle) {
     rect = TcxSSUtils::normalized(rect);
     listener_->markModified();
     {
-        ActionScope action(*this, StorageAction{StorageAction::Kind::ClearCells, rect});
+        ActionScope action(*this, StorageAction{StorageAction::Kind::ClearCells, rect, ShiftMode::Horizontal,
+                                                nullptr, "Delete cells"});
         ListenerLock quiet(*listener_);
         if (clearStyle) merged_.removeInside(rect);
         const std::int32_t lastColumn = std::min(rect.right, capacityColumns() - 1);

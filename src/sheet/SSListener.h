@@ -6,6 +6,7 @@
 // book uses a listener that reports nothing and no history.
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "sheet/CellFormulaLink.h"
@@ -83,6 +84,9 @@ struct StorageAction {
     CellRect rect;
     ShiftMode mode = ShiftMode::Horizontal;        // InsertCells, DeleteCells
     const std::vector<CellRect>* mergedBefore = nullptr;  // inclusive; InsertCells, DeleteCells, MergeCells, SplitCells
+    // The caption the history shows for the action, where the storage names
+    // it ("Delete cells" for clearing); empty leaves the naming to the book.
+    std::string_view title;
 };
 
 class StorageHistory {

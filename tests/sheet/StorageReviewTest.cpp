@@ -100,5 +100,24 @@ TEST_F(StorageReviewTest, AnInsertionTellsTheHistoryTheMergedListBefore) {
     EXPECT_EQ(storage.merged().item(0), (CellRect{0, 3, 1, 5}));
 }
 
+// Clearing is one undo step with the caption "Delete cells".
+TEST_F(StorageReviewTest, ClearingIsOneActionCalledDeleteCells) {
+    struct TitleHistory : testing::RecordingHistory {
+        std::vector<std::string> titles;
+        void beginAction(TcxSSDataStorage& storage, const StorageAction& action) override {
+            titles.emplace_back(action.title);
+            RecordingHistory::beginAction(storage, action);
+        }
+    } titled;
+    storage.setHistory(&titled);
+    storage.setText(0, 0, "a");
+    storage.setText(1, 1, "b");
+    titled.cells.clear();
+    storage.clearCells(TcxSSUtils::kWholeSheet, false);
+    ASSERT_EQ(titled.titles.size(), 1u);
+    EXPECT_EQ(titled.titles[0], "Delete cells");
+    EXPECT_EQ(titled.cells.size(), 2u);
+}
+
 }  // namespace
 }  // namespace zorfa::sheet
