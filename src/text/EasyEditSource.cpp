@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
 #include <istream>
 #include <ostream>
+
+#include "base/Errors.h"
 
 namespace zorfa::text {
 
@@ -444,7 +449,13 @@ void TCustomEasyEditSource::SaveToStream(std::ostream& stream) { strings_->SaveT
 
 void TCustomEasyEditSource::SaveToFile(const std::string& name) {
     FileName = name;
-    strings_->SaveToFile(name);
+    // Through SaveToStream, so that a source with a form of its own (the rich
+    // source) is saved in it.
+    std::ofstream out(name, std::ios::binary | std::ios::trunc);
+    if (!out) throw Exception("Cannot create file \"" + name + "\". " + std::strerror(errno));
+    SaveToStream(out);
+    out.close();
+    if (!out) throw Exception("Cannot write file \"" + name + "\". " + std::strerror(errno));
 }
 
 void TCustomEasyEditSource::Clear() { strings_->Clear(); }

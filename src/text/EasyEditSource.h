@@ -16,7 +16,9 @@
 // end. Block operations move whole line ranges at once (linear in the text).
 //
 // Errors: primitives on a read-only source do nothing; SetTabStops raises
-// zorfa::Exception("Invalid Tab Stop"). Bad indexes are ignored.
+// zorfa::Exception("Invalid Tab Stop"); SaveToFile raises zorfa::Exception
+// "Cannot create file" or "Cannot write file" naming the file. Bad indexes
+// are ignored.
 
 #include <bitset>
 #include <cstddef>

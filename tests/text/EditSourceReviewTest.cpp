@@ -3,6 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+#include <ostream>
+
+#include "base/Errors.h"
+
 #include "EditSourceTestSupport.h"
 
 namespace zorfa::text {
@@ -140,6 +146,33 @@ TEST(EditSourceReview, WordsAtANegativeColumn) {
     EXPECT_EQ(s.WordAt({-1, 0}, false), "alpha");
     EXPECT_EQ(s.WordAt({-1, 0}, true), "");
     EXPECT_EQ(s.WordAt({0, -1}, false), "");
+}
+
+// A source that writes its own form (as the rich source does) is saved in
+// that form by SaveToFile.
+TEST(EditSourceReview, SaveToFileWritesWhatSaveToStreamWrites) {
+    class OwnFormSource : public TEasyEditSource {
+    public:
+        void SaveToStream(std::ostream& stream) override { stream << "{own form}"; }
+    } s;
+    Load(s, "plain");
+    const std::filesystem::path dir = std::filesystem::temp_directory_path() / "edit-source-review-save";
+    std::filesystem::create_directories(dir);
+    const std::string path = (dir / "own.txt").string();
+    s.SaveToFile(path);
+    EXPECT_EQ(s.FileName, path);
+    std::ifstream in(path, std::ios::binary);
+    EXPECT_EQ(std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>()), "{own form}");
+    in.close();
+    // A file that cannot be created raises, naming it.
+    const std::string bad = (dir / "no-such-folder" / "x.txt").string();
+    try {
+        s.SaveToFile(bad);
+        ADD_FAILURE() << "no exception";
+    } catch (const Exception& e) {
+        EXPECT_EQ(std::string(e.what()).rfind("Cannot create file \"" + bad + "\".", 0), 0u) << e.what();
+    }
+    std::filesystem::remove_all(dir);
 }
 
 }  // namespace
