@@ -46,6 +46,21 @@ std::string captionOf(const std::string& path) {
     return platform::displayFileName(platform::extractFileName(path));
 }
 
+// The open dialog keeps its file name and filter row from one run to the next.
+std::optional<platform::FileChoice> runOpenDialog(platform::Dialogs& dialogs, std::string& fileName,
+                                                  int& filterIndex) {
+    platform::OpenFileRequest request;
+    request.filter = kOpenDialogFilter;
+    request.filterIndex = filterIndex;
+    request.fileName = fileName;
+    auto choice = dialogs.openFile(request);
+    if (choice) {
+        fileName = choice->fileName;
+        filterIndex = choice->filterIndex;
+    }
+    return choice;
+}
+
 // A file with the read-only attribute refuses to be written, for every user:
 // the file facts call a file without any write permission bit read-only even
 // for root, and root's writes would otherwise pass.
@@ -229,27 +244,14 @@ void TMain::NewRTFFileExecute() { CreateDocument(true, {}, false, true); }
 void TMain::NewXLSFileExecute() { CreateDocument(true, {}, true, false); }
 
 void TMain::OpenExecute() {
-    platform::OpenFileRequest request;
-    request.filter = kOpenDialogFilter;
-    request.filterIndex = openDialogFilterIndex_;
-    request.fileName = openDialogFileName_;
-    const auto choice = dialogs_.openFile(request);
-    if (!choice) return;
-    openDialogFileName_ = choice->fileName;
-    openDialogFilterIndex_ = choice->filterIndex;
-    OpenDocumentFile(choice->fileName);
+    if (const auto choice = runOpenDialog(dialogs_, openDialogFileName_, openDialogFilterIndex_))
+        OpenDocumentFile(choice->fileName);
 }
 
 void TMain::ImportFromHtmlExecute() {
     openDialogFilterIndex_ = kOpenDialogHtmlRow;
-    platform::OpenFileRequest request;
-    request.filter = kOpenDialogFilter;
-    request.filterIndex = openDialogFilterIndex_;
-    request.fileName = openDialogFileName_;
-    if (const auto choice = dialogs_.openFile(request)) {
-        openDialogFileName_ = choice->fileName;
+    if (const auto choice = runOpenDialog(dialogs_, openDialogFileName_, openDialogFilterIndex_))
         CreateDocument(false, choice->fileName, false, true);
-    }
     openDialogFilterIndex_ = 1;
 }
 
@@ -293,32 +295,18 @@ void TMain::SaveAsExecute() {
     bool reopen = false;
     bool reopenAsRich = false;
     const int row = saveDialog.FilterIndex;
-    switch (form->Kind()) {
-        case TDocumentKind::Spreadsheet:
-            form->SaveToFile(fileName);
-            break;
-        case TDocumentKind::Text:
-            if (row == 2) {
-                hooks_->ExportHtml(*this, *form, fileName);
-                reopen = true;
-            } else if (row == 3) {
-                hooks_->ExportRtf(*this, static_cast<TEditorForm&>(*form), fileName);
-                reopen = reopenAsRich = true;
-            } else {
-                form->SaveToFile(fileName);
-            }
-            break;
-        case TDocumentKind::Rich:
-            if (row == 2) {
-                hooks_->ExportHtml(*this, *form, fileName);
-                reopen = true;
-            } else if (row == 3) {
-                static_cast<TRichEditorForm&>(*form).SavePlainText(fileName);
-                reopen = true;
-            } else {
-                form->SaveToFile(fileName);
-            }
-            break;
+    const TDocumentKind kind = form->Kind();
+    if (kind != TDocumentKind::Spreadsheet && row == 2) {
+        hooks_->ExportHtml(*this, *form, fileName);
+        reopen = true;
+    } else if (kind == TDocumentKind::Text && row == 3) {
+        hooks_->ExportRtf(*this, static_cast<TEditorForm&>(*form), fileName);
+        reopen = reopenAsRich = true;
+    } else if (kind == TDocumentKind::Rich && row == 3) {
+        static_cast<TRichEditorForm&>(*form).SavePlainText(fileName);
+        reopen = true;
+    } else {
+        form->SaveToFile(fileName);
     }
 
     AddRecentFile(fileName);
