@@ -125,8 +125,23 @@ void TCustomEasyEditSource::ApplyUndoRecord(const TEasyUndoRecord& record) {
             break;
         case ukStyles:
             if (TEasyStringRec* r = strings_->Record(payload->Y)) {
-                r->Styles.Assign(payload->Styles);
-                MarkChanged(-1, -1, true, payload->Y, payload->Y);
+                // The run goes back at its column; the codes it covers go to
+                // the other list, so that redo restores them.
+                const int x = std::max(0, payload->X);
+                const int n = std::min(static_cast<int>(payload->Styles.size()), r->Text.Size() - x);
+                if (n <= 0) break;
+                if (r->Styles.Size() < x + n) r->Styles.Resize(r->Text.Size());
+                TEasyUndoList& write = UndoRecordList();
+                const std::uint32_t index = write.NewPayload();
+                TEasyUndoPayload& back = write.Payload(index);
+                back.X = x;
+                back.Y = payload->Y;
+                for (int i = 0; i < n; ++i) {
+                    back.Styles.push_back(r->Styles.At(x + i));
+                    r->Styles[x + i] = payload->Styles[static_cast<size_t>(i)];
+                }
+                AddUndoRecord(ukStyles, index);
+                MarkChanged(x, x + n, true, payload->Y, payload->Y);
             }
             break;
         case ukParagraph:

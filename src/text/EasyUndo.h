@@ -32,7 +32,7 @@ enum TEasyUndoKind : std::uint8_t {
     ukJoin = 3,        // JoinLines: the deleted line's Paragraph (or a change record)
     ukBreak = 4,       // BreakLine: 0 (or a change record)
     ukChainEnd = 9,    // UnlockUndo: closes a chain; replay does nothing
-    ukStyles = 11,     // style store of the rich source: change record
+    ukStyles = 11,     // style store of the rich source: old codes of a run from X on line Y
     ukParagraph = 13,  // paragraph change of the rich source: payload line, old paragraph
     ukBlockDelete = 20,  // DeleteBlock: payload of the removed lines; replay inserts them
     ukBlockInsert = 21,  // InsertBlock: payload of the inserted range; replay removes it

@@ -175,5 +175,37 @@ TEST(EditSourceReview, SaveToFileWritesWhatSaveToStreamWrites) {
     std::filesystem::remove_all(dir);
 }
 
+// A style record (as the rich source writes before restyling a run) holds
+// the run's old codes from its column on; undo writes them back there and
+// redo restores the new ones.
+TEST(EditSourceReview, StyleRecordsWriteTheirRunBackAndRedo) {
+    TEasyEditSource s;
+    Load(s, "abcdef");
+    TEasyStringRec* r = s.Lines().Record(0);
+    auto codes = [r] {
+        std::vector<int> v;
+        for (int i = 0; i < r->Styles.Size(); ++i) v.push_back(r->Styles.At(i));
+        return v;
+    };
+    r->Styles.Resize(6, 7);
+    s.BeginUpdate(crCompound);
+    TEasyUndoList& list = s.UndoRecordList();
+    const std::uint32_t index = list.NewPayload();
+    list.Payload(index).X = 2;
+    list.Payload(index).Y = 0;
+    list.Payload(index).Styles = {7, 7};
+    s.AddUndoRecord(ukStyles, index);
+    r->Styles[2] = r->Styles[3] = 9;
+    s.MarkChanged(2, 4, true, 0, 0);
+    s.EndUpdate();
+    s.Undo();
+    EXPECT_EQ(codes(), (std::vector<int>{7, 7, 7, 7, 7, 7}));
+    ASSERT_TRUE(s.CanRedo());
+    s.Redo();
+    EXPECT_EQ(codes(), (std::vector<int>{7, 7, 9, 9, 7, 7}));
+    s.Undo();
+    EXPECT_EQ(codes(), (std::vector<int>{7, 7, 7, 7, 7, 7}));
+}
+
 }  // namespace
 }  // namespace zorfa::text
