@@ -425,6 +425,11 @@ FormattedNumber formatNumber(double value, std::uint16_t code, int precision, co
     result.red = value < 0 && (code == 6 || code == 8 || code == 38 || code == 40);
     if (std::string_view pattern = displayPattern(code); !pattern.empty()) {
         double shown = isPercentFormat(code) ? value * 100 : value;
+        // The number forms have no digits for an infinity or NaN.
+        if (!std::isfinite(shown)) {
+            result.text = locale.floatText(shown);
+            return result;
+        }
         result.text = formatFloat(withCurrency(pattern, locale), shown, locale);
         return result;
     }

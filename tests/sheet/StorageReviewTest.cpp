@@ -50,6 +50,22 @@ TEST(StorageReviewFormatTest, DayNumbersNoDateCanShowUseTheGeneralForm) {
               formatNumber(std::numeric_limits<double>::quiet_NaN(), 0, 2, locale).text);
 }
 
+// Infinities and NaN, which a formula can leave in a cell, show as the float
+// text does in every format instead of a broken number form.
+TEST(StorageReviewFormatTest, NumbersThatAreNotFiniteShowTheirFloatText) {
+    const LocaleSettings locale;
+    const double inf = std::numeric_limits<double>::infinity();
+    for (std::uint16_t code : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 37, 38, 39, 40, 41, 42, 43, 44, 48, 49}) {
+        SCOPED_TRACE(code);
+        EXPECT_EQ(formatNumber(inf, code, 2, locale).text, "INF");
+        EXPECT_EQ(formatNumber(-inf, code, 2, locale).text, "-INF");
+        EXPECT_EQ(formatNumber(std::numeric_limits<double>::quiet_NaN(), code, 2, locale).text, "NAN");
+    }
+    // A percentage too large to multiply by 100.
+    EXPECT_EQ(formatNumber(1e307, 9, 2, locale).text, "INF");
+    EXPECT_TRUE(formatNumber(-inf, 6, 2, locale).red);
+}
+
 class StorageReviewTest : public StorageFixture {};
 
 // "10", "9" and "1a" compare in a circle (numbers by value, a number and a
