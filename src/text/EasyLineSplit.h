@@ -1,6 +1,6 @@
 #pragma once
-// The byte scans of loading (Part 2.1): how many lines a block splits into,
-// and the split itself. A break is CR, LF or CR LF; LF CR is two breaks; a
+// The byte scans of loading (Part 2.1): where the text ends and how many
+// lines it splits into, and the split itself. A break is CR, LF or CR LF; LF CR is two breaks; a
 // break at the very end adds no empty line; an empty block has no lines.
 // Both look at 64 bytes at a step (SSE2 on every x86-64, plain bytes
 // elsewhere), since a 50 MB file must load in a few times the time of
@@ -38,8 +38,10 @@ inline std::uint64_t LineBreakMask64(const char* p) noexcept {
 #endif
 }
 
-// The number of lines [data, end) splits into.
-std::size_t CountLines(const char* data, const char* end) noexcept;
+// The text of [data, end) ends at the first NUL: returns where it ends, and
+// sets `lines` to the number of lines the text splits into (an empty text
+// has none). One pass, 16 bytes at a step.
+const char* ScanText(const char* data, const char* end, std::size_t& lines) noexcept;
 
 // Calls line(start, size) for each line of [data, end), in order.
 template <class LineFn>

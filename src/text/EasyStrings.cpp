@@ -350,14 +350,12 @@ void TEasyStrings::LoadFromBlock(std::unique_ptr<char[]> block, std::size_t size
     BeginUpdate();
     Clear();
     const char* data = block.get();
-    // The text ends at the first NUL.
-    if (size) {
-        if (const void* nul = std::memchr(data, 0, size)) size = static_cast<const char*>(nul) - data;
-    }
-    if (size) {
+    std::size_t lines = 0;
+    const char* end = size ? ScanText(data, data + size, lines) : data;  // the text ends at the first NUL
+    if (lines) {
         blocks_.push_back(std::move(block));
         try {
-            SplitBlock(data, size);
+            SplitBlock(data, end, lines);
         } catch (...) {  // out of memory: the update must not stay open
             EndUpdate();
             throw;
@@ -366,16 +364,17 @@ void TEasyStrings::LoadFromBlock(std::unique_ptr<char[]> block, std::size_t size
     EndUpdate();
 }
 
-void TEasyStrings::SplitBlock(const char* data, std::size_t size) {
-    const char* const end = data + size;
-    const std::size_t lines = CountLines(data, end);
+void TEasyStrings::SplitBlock(const char* data, const char* end, std::size_t lines) {
     if (lines > static_cast<std::size_t>(MaxInt - count_)) throw std::bad_alloc();
     SetCapacityRaw(count_ + static_cast<int>(lines));
-    ReserveRecords(static_cast<int>(lines));
+    // One chunk of exactly `lines` records, constructed here one by one in
+    // line order.
+    if (chunks_.empty() || chunks_.back()->capacity - chunks_.back()->constructed < static_cast<int>(lines))
+        chunks_.push_back(std::make_unique<RecordChunk>(static_cast<int>(lines)));
+    RecordChunk& chunk = *chunks_.back();
     const int first = count_;
-    SplitLines(data, end, [this](const char* start, std::size_t length) {
-        if (count_ == capacity_) Grow();
-        TEasyStringRec* record = NewRecord();
+    SplitLines(data, end, [this, &chunk](const char* start, std::size_t length) {
+        TEasyStringRec* record = new (chunk.records + chunk.constructed++) TEasyStringRec();
         record->Text.Borrow(start, static_cast<std::uint32_t>(length));
         list_[count_++] = record;
     });
@@ -457,7 +456,9 @@ std::unique_ptr<char[]> TEasyStrings::BuildSaveBlock(std::size_t& size) const {
         if (!first.Owned()) {
             while (next < count_) {
                 const TEasyLineText& text = list_[next]->Text;
-                if (text.Owned() || text.Data() != runEnd + brkSize || std::memcmp(runEnd, brk, brkSize) != 0) break;
+                if (text.Owned() || text.Data() != runEnd + brkSize || runEnd[0] != brk[0] ||
+                    (brkSize == 2 && runEnd[1] != brk[1]))
+                    break;
                 runEnd = text.Data() + text.Size();
                 ++next;
             }

@@ -192,7 +192,7 @@ private:
     void SetCapacityRaw(int capacity);
     void RebuildVisibleLines();
     void ConvertStored(TEasyLineText& text);
-    void SplitBlock(const char* data, std::size_t size);
+    void SplitBlock(const char* data, const char* end, std::size_t lines);
     std::unique_ptr<char[]> BuildSaveBlock(std::size_t& size) const;
     void SetFoldState(int index, bool expanded, bool collapsed);
     template <class Change>
