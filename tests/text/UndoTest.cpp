@@ -334,6 +334,7 @@ TEST(Undo, RandomEditsWithStoredTabsRoundTrip) {
     for (unsigned seed = 1; seed <= 12; ++seed) {
         RandomRoundTrip(base, seed + 300, true, true);
         RandomRoundTrip(base + srCursorThroughTabs, seed + 400, true, true);
+        RandomRoundTrip(base + srAlwaysOnTabs, seed + 500, true, true);
     }
 }
 
