@@ -1,4 +1,4 @@
-// The line store (Part 2.1) at the size the editor accepts: a ~50 MB file of
+// The line store at the size the editor accepts: a ~50 MB file of
 // 1,000,000 C-like lines. Load (from a block and from a file), save (the
 // built block and the file), insert and delete at the top, and the real /
 // on-screen conversions with a third of the lines hidden by folds.

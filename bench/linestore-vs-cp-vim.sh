@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # The line store's load-and-save speed and memory against cp and vim
-# (Part 2.1 performance goal, checked here and never in the unit tests).
+# (the line store's speed goal, checked here and never in the unit tests).
 #
 # Generates a ~50 MB, 1,000,000-line C-like file under /tmp, then runs side
 # by side, RUNS times each (default 5), on the same file:

@@ -1,5 +1,5 @@
 #pragma once
-// The byte scans of loading (Part 2.1): where the text ends and how many
+// The byte scans of loading: where the text ends and how many
 // lines it splits into, and the split itself. A break is CR, LF or CR LF; LF CR is two breaks; a
 // break at the very end adds no empty line; an empty block has no lines.
 // Both look at 64 bytes at a step (SSE2 on every x86-64, plain bytes

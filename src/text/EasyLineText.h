@@ -1,5 +1,5 @@
 #pragma once
-// The two byte strings of a line record (Part 2.1): TEasyLineText for Text,
+// The two byte strings of a line record: TEasyLineText for Text,
 // TEasyStyleCodes for Styles, and the flag values of a record.
 //
 // Memory shapes this file: a 50 MB file of a million lines must load into
@@ -15,7 +15,7 @@
 namespace zorfa::text {
 
 constexpr int MaxInt = 2147483647;
-constexpr std::uint16_t kNoStyle = 65535;  // style code "none" (Part 2.8)
+constexpr std::uint16_t kNoStyle = 65535;  // style code "none"
 
 // Line flags (TEasyStringRec::Flags). Bit values are the design's.
 enum TEasyLineFlag : std::uint8_t {
@@ -76,7 +76,7 @@ private:
     std::uint32_t sizeAndOwned_ = 0;
 };
 
-// One 16-bit style code per character (Part 2.1 "Styles"). Empty holds no
+// One 16-bit style code per character ("Styles" of the line record). Empty holds no
 // allocation: a single pointer, null until the line is parsed; the count is
 // stored in front of the codes.
 class TEasyStyleCodes {

@@ -1,7 +1,6 @@
 #pragma once
-// TEasyRecordList: a growable flat array of fixed-size records (Part 2.1).
-// The undo lists (8-byte records, Part 2.3) and the mask expression's
-// backtrack stack (Part 3.4) sit on it. Records are plain bytes: they are
+// TEasyRecordList: a growable flat array of fixed-size records.
+// The undo lists (8-byte records) sit on it. Records are plain bytes: they are
 // moved with memmove and never constructed or destroyed, so only trivially
 // copyable types may be stored. What a record points to is the business of
 // the derived list (override Clear / Delete to free payloads).

@@ -1,5 +1,5 @@
 #pragma once
-// TEasySortedList: the engine's sorted list of pointer-sized items (Part 2.1),
+// TEasySortedList: the engine's sorted list of pointer-sized items,
 // base of the visible-lines list, the bookmark lists, the wrap list, the key
 // table and the rich font manager. Items are std::intptr_t: plain integers
 // for the visible-lines list, pointers (reinterpret_cast) for lists of
@@ -57,7 +57,7 @@ public:
     Item* Data() { return items_.data(); }
     const Item* Data() const { return items_.data(); }
 
-    // Search by key with the plain bisection of Part 2.1: returns true when
+    // Search by key with the plain bisection: returns true when
     // an item compares equal, and sets `index` to the low bound (the place
     // where the key would go, or the first equal item when duplicates are
     // accepted). Uses LastFound as the first guess when duplicates are not

@@ -1,5 +1,5 @@
 #pragma once
-// TEasyStrings: the in-memory text of one document (Part 2.1). An array of
+// TEasyStrings: the in-memory text of one document. An array of
 // pointers to line records behind the string-list interface (TStrings), with
 // the parser state at both ends of each line, one 16-bit style code per
 // character, fold flags and a fold level, and beside it the sorted list of
@@ -23,7 +23,7 @@
 //   Clear or the next load; records are allocated in chunks. No per-line
 //   notification and no per-character object while loading.
 //
-// Seam: the fold scan (turning scheme tokens into regions, Parts 1.3/1.5)
+// Seam: the fold scan (turning scheme tokens into regions)
 // lives with the parser and drives this store through SetCollapsed,
 // SetExpanded, SetFoldChild, SetHidden and Record(i)->FoldLevel.
 

@@ -1,6 +1,6 @@
 #pragma once
 // TEasyVisibleLinesList: the sorted list of the line numbers hidden by
-// folding (Part 2.1). The store (TEasyStrings) keeps it equal to the set of
+// folding. The store (TEasyStrings) keeps it equal to the set of
 // lines whose record has Hidden set, while UseVisibleLines is on, and uses
 // FindHidden to convert real and on-screen line numbers in O(log n).
 //

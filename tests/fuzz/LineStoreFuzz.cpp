@@ -1,4 +1,4 @@
-// Fuzz target for the line store's reader and writer (Part 2.1): loads the
+// Fuzz target for the line store's reader and writer: loads the
 // input as a text file, checks the lines against a byte-by-byte split (CR,
 // LF, CR LF; LF CR two breaks; end at the first NUL; no empty line for a
 // final break), saves with each break and reloads to the same lines, then

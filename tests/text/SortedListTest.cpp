@@ -105,7 +105,7 @@ struct Mark {
 };
 
 // A list of pointers to records, ordered by Y then X, searched by Y only:
-// the shape of the bookmark list of Part 2.3.
+// the shape of the bookmark list.
 class MarkList : public TEasySortedList {
 public:
     int CompareKey(Item item, Item key) override {

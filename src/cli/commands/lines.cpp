@@ -1,4 +1,4 @@
-// zorfa-cli lines: loads a file through the line store (Part 2.1) and saves it
+// zorfa-cli lines: loads a file through the line store and saves it
 // again with the store's line break, or tells how many lines it holds. What
 // this shows is exactly what the editor does to a text file on open and save.
 #include <ostream>
@@ -26,14 +26,7 @@ int RunLines(const std::vector<std::string>& argv, std::ostream& out, std::ostre
     const bool count = args.has("--count");
     if (!outPath && !count) throw UsageError("nothing to do: give --out FILE or --count");
 
-    // The process ends when the command returns, and the system takes the
-    // memory back at once, where the store's destructor would first visit
-    // every record (several ms of a 50 MB load and save). So the store is
-    // not freed; a static keeps it reachable for leak checkers.
-    static text::TEasyStrings* kept = nullptr;
-    delete kept;
-    kept = new text::TEasyStrings;
-    text::TEasyStrings& lines = *kept;
+    text::TEasyStrings lines;
     if (lineBreak) lines.LineBreak = ParseLineBreak(*lineBreak);
     lines.LoadFromFile(args.positional()[0]);
     if (count) out << lines.Count() << "\n";
