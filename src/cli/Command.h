@@ -1,5 +1,4 @@
 #pragma once
-// Engineers: read CONTRIBUTING.md at the repository root before adding a command.
 // One command of zorfa-cli. Commands read their arguments, write results to
 // `out` and the system's own error message to `err`, and return an exit code:
 // 0 success, 1 a failure of the input, 2 bad usage. `--help` is answered by
