@@ -13,31 +13,11 @@
 #include <vector>
 
 #include "text/EasyStrings.h"
+#include "../text/ReferenceLineSplit.h"
 
 using namespace zorfa::text;
 
 namespace {
-
-std::vector<std::string> ReferenceSplit(std::string_view bytes) {
-    if (const size_t nul = bytes.find('\0'); nul != std::string_view::npos) bytes = bytes.substr(0, nul);
-    std::vector<std::string> lines;
-    std::string line;
-    bool pending = false;
-    for (size_t i = 0; i < bytes.size(); ++i) {
-        const char c = bytes[i];
-        if (c == '\r' || c == '\n') {
-            lines.push_back(line);
-            line.clear();
-            pending = false;
-            if (c == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
-        } else {
-            line += c;
-            pending = true;
-        }
-    }
-    if (pending) lines.push_back(line);
-    return lines;
-}
 
 void Check(bool ok) {
     if (!ok) std::abort();
@@ -52,7 +32,7 @@ void CheckLines(const TEasyStrings& s, const std::vector<std::string>& expect) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const std::vector<std::string> expect = ReferenceSplit(bytes);
+    const std::vector<std::string> expect = zorfa::test::referenceLineSplit(bytes);
     TEasyStrings s;
     s.LoadFromBuffer(bytes);
     CheckLines(s, expect);

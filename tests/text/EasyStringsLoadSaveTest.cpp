@@ -13,6 +13,7 @@
 
 #include "base/Errors.h"
 #include "text/EasyStrings.h"
+#include "ReferenceLineSplit.h"
 
 using namespace zorfa::text;
 
@@ -79,22 +80,7 @@ TEST(EasyStringsLoad, BreaksAcrossTheScannersSteps) {
                 const int r = (i * 7 + variant * 13 + length) % 11;
                 bytes += r == 0 ? '\r' : r == 1 ? '\n' : static_cast<char>('a' + r);
             }
-            V expect;
-            std::string line;
-            bool pending = false;
-            for (size_t i = 0; i < bytes.size(); ++i) {
-                const char c = bytes[i];
-                if (c == '\r' || c == '\n') {
-                    expect.push_back(line);
-                    line.clear();
-                    pending = false;
-                    if (c == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') ++i;
-                } else {
-                    line += c;
-                    pending = true;
-                }
-            }
-            if (pending) expect.push_back(line);
+            const V expect = zorfa::test::referenceLineSplit(bytes);
             ASSERT_EQ(Load(bytes), expect) << length << "/" << variant;
         }
     }
