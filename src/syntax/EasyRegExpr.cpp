@@ -20,12 +20,9 @@
 //   the exponential cases of plain backtracking ("a*a*a*a*b", "{a*}*b") into
 //   polynomial ones.
 //
-// - As a last guard against nested repeats whose single forward runs are
-//   themselves costly (the memo covers resumed runs, not the greedy loops
-//   inside one run), a match stops after a budget of item steps that grows
-//   linearly with the text (quadratically for a search) and reports no
-//   match. No realistic mask comes near it; the result is still the same
-//   for the same input, so cached scan results stay valid.
+// There is no work limit beyond that: the answer is the dialect's answer
+// however long the backtrack (".*.*=x" on a long line has to give back
+// the whole line before it matches).
 
 #include "syntax/EasyRegExpr.h"
 
@@ -42,16 +39,6 @@ namespace {
 
 using Kind = TEasyRegItemKind;
 
-// Item steps allowed: a fixed part plus a part that grows with the text, so
-// ordinary masks on long lines never reach it. A search may restart at every
-// position, so it also gets a quadratic part (a repeat that runs to the end
-// of the text from each start is legitimate).
-constexpr long long kStepBudgetBase = 100'000;
-constexpr long long kStepBudgetPerChar = 256;
-constexpr long long kStepBudgetCap = 2'000'000'000;
-
-long long matchBudget(long long n) { return kStepBudgetBase + kStepBudgetPerChar * n; }
-long long searchBudget(long long n) { return std::min(kStepBudgetCap, matchBudget(n) + n * n / 2); }
 constexpr long kPopsBeforeMemo = 64;
 constexpr std::size_t kMemoBitLimit = std::size_t{1} << 27;  // 16 MB of bits
 
@@ -333,7 +320,6 @@ bool TEasyRegExpr::RepeatSimple(int test, TEasyRegItemKind op, int after, int& p
     }
     const int low = p;
     while (admits(p)) ++p;
-    FSteps += p - low;  // checked by the caller's next step
     // The point at `low` is pushed whatever follows; later ones only when
     // the loop did not stop on the terminator.
     const int high = (p > low && AtTerminator(p)) ? p - 1 : p;
@@ -349,10 +335,6 @@ bool TEasyRegExpr::MatchSequence(int first, int last, int& p) {
     bool negated = false;
     int i = first;
     for (;;) {
-        if (++FSteps > FStepBudget) {
-            FExhausted = true;
-            return false;
-        }
         const TEasyRegItem& x = FItems[i];
         if (x.Next != -1 && x.Next != last) {
             const int close = x.Next;
@@ -364,14 +346,12 @@ bool TEasyRegExpr::MatchSequence(int first, int last, int& p) {
                     if (!RepeatSimple(simple, op, after, p)) return false;
                 } else {
                     if (op == Kind::OneOrMore && !TryOperand(i, close, p)) return false;
-                    if (FExhausted) return false;
                     Push(p, after);
                     while (TryOperand(i, close, p)) {
                         if (AtTerminator(p)) break;
                         Push(p, after);
                         if (op == Kind::Optional) break;
                     }
-                    if (FExhausted) return false;
                 }
             } else if (op == Kind::OneOrMore) {
                 return false;
@@ -460,7 +440,7 @@ bool TEasyRegExpr::WholeMatch(int start, int& end) {
             return true;
         }
         for (;;) {
-            if (FExhausted || FBacktrackStack.empty()) return false;
+            if (FBacktrackStack.empty()) return false;
             BacktrackRun& top = FBacktrackStack.back();
             p = top.High;
             i = top.Item;
@@ -476,9 +456,6 @@ bool TEasyRegExpr::MatchAt(const char* position, const char* end, bool atLineSta
     FLimit = end > position ? static_cast<int>(end - position) : 0;
     FTextStart = 0;
     FAtLineStart = atLineStart;
-    FSteps = 0;
-    FStepBudget = matchBudget(FLimit);
-    FExhausted = false;
     FPops = 0;
     FMemoWidth = 0;
     int matchEnd = 0;
@@ -503,15 +480,12 @@ bool TEasyRegExpr::Search(const char* text, int textLength, bool forward, int& p
     FLimit = textLength;
     FTextStart = 0;
     FAtLineStart = true;
-    FSteps = 0;
-    FStepBudget = searchBudget(FLimit);
-    FExhausted = false;
     FPops = 0;
     FMemoWidth = 0;
     length = 0;
     // Failed resumes stay failed from one start to the next (a run's outcome
     // depends only on its position and item), so the memo is kept for the
-    // whole search; the step budget too.
+    // whole search.
     int p = position - 1;
     while (forward ? !AtTerminator(p) : p >= 0) {
         int matchEnd = 0;
@@ -520,7 +494,6 @@ bool TEasyRegExpr::Search(const char* text, int textLength, bool forward, int& p
             length = matchEnd;
             return true;
         }
-        if (FExhausted) break;
         p += forward ? 1 : -1;
     }
     position = 0;

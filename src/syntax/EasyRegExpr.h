@@ -121,14 +121,11 @@ private:
     bool FAtLineStart = false;
 
     // Scratch of the current match: the text as bytes, where the match
-    // attempt began (offset), where the text ends, the work done so far and
-    // the failed-resume memo (see EasyRegExpr.cpp).
+    // attempt began (offset), where the text ends, and the failed-resume
+    // memo (see EasyRegExpr.cpp).
     const unsigned char* FText = nullptr;
     int FTextStart = 0;
     int FLimit = 0;
-    long long FSteps = 0;
-    long long FStepBudget = 0;
-    bool FExhausted = false;
     long FPops = 0;
     int FMemoWidth = 0;
     std::vector<std::uint64_t> FMemo;

@@ -1,0 +1,45 @@
+// Cases where masks, schemes and the scanner once gave answers other than
+// the dialect's own rules: each pins the intended result.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "syntax/EasyRegExpr.h"
+
+namespace {
+
+using zorfa::TEasyRegExpr;
+
+std::optional<int> matchAt(const std::string& mask, const std::string& text) {
+    TEasyRegExpr e(mask, true);
+    int length = -1;
+    if (!e.MatchAt(text.data(), text.data() + text.size(), true, length)) return std::nullopt;
+    return length;
+}
+
+// A match that needs a long backtrack is still found: the answer does not
+// depend on how much work it takes (only the failed-resume memo keeps the
+// work polynomial). The first ".*" has to give back all 3000 characters.
+TEST(SyntaxReview, LongBacktracksStillFindTheMatch) {
+    const auto start = std::chrono::steady_clock::now();
+    const std::string as(3000, 'a');
+    EXPECT_EQ(matchAt(".*.*=x", "=x" + as), 2);
+    EXPECT_EQ(matchAt(".*.*.*=x", "=x" + as), 2);
+    EXPECT_EQ(matchAt("{.*.*}*=x", "=x" + as), 2);
+    EXPECT_EQ(matchAt("a*a*a*ab", std::string(2000, 'a') + "b" + as), 2001);
+
+    TEasyRegExpr e(".*.*b", true);
+    const std::string text = "b" + as;
+    int position = text.size();
+    int length = 0;
+    ASSERT_TRUE(e.Search(text, false, position, length));  // backward from the end
+    EXPECT_EQ(position, 1);
+    EXPECT_EQ(length, 1);
+
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_LT(seconds, 10.0);
+}
+
+}  // namespace
