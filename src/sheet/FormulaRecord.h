@@ -53,6 +53,8 @@ public:
 private:
     friend class TcxSSFormulasCache;
 
+    ReferenceUpdate keepReferences(CellPoint newCell);
+
     TcxSSFormulasCache* cache_;
     std::int32_t sheet_;
     CellPoint cell_;

@@ -110,10 +110,10 @@ TEST_F(FormulaReferencesTest, DefinedNamesMoveAndGrow) {
     EXPECT_EQ(book.formulas().names()[0].rect, (CellRect{0, 1, 0, 6}));
 }
 
-TEST_F(FormulaReferencesTest, ShiftedCellsKeepTheirOffsets) {
+TEST_F(FormulaReferencesTest, ShiftedCellsKeepWhereTheirReferencesPoint) {
     set("B2", "=A1");
     book.sheet(0).insertCells({1, 1, 1, 1}, ShiftMode::Vertical);  // B2 moves down to B3
-    EXPECT_EQ(text("B3"), "=A2");
+    EXPECT_EQ(text("B3"), "=A1");
 }
 
 }  // namespace

@@ -1,0 +1,59 @@
+// Review findings of the formula engine: each case failed before its fix.
+#include "FormulaTestBook.h"
+
+namespace zorfa::sheet::test {
+namespace {
+
+class FormulaReviewTest : public FormulaTest {};
+
+// Shifting cells (not whole rows or columns) adjusts no reference: a moved
+// formula points at the same cells as before, and a formula pointing into the
+// moved strip keeps its text.
+TEST_F(FormulaReviewTest, ShiftingCellsLeavesReferencesWhereTheyPoint) {
+    set("A1", "1");
+    set("B1", "20");
+    set("C1", "=B1");
+    set("E1", "=D1+C1");
+    set("A3", "=$B$1+B1");
+    book.sheet(0).deleteCells({0, 0, 0, 0}, ShiftMode::Horizontal);  // A1 deleted, row 1 moves left
+    EXPECT_EQ(text("B1"), "=B1");
+    EXPECT_EQ(text("D1"), "=D1+C1");
+    EXPECT_EQ(text("A3"), "=$B$1+B1");
+    EXPECT_TRUE(isFormula("B1"));
+
+    set("G2", "=F1*2");
+    book.sheet(0).insertCells({6, 1, 6, 1}, ShiftMode::Vertical);  // G2 moves down to G3
+    EXPECT_EQ(text("G3"), "=F1*2");
+    book.sheet(0).insertCells({0, 1, 0, 1}, ShiftMode::Horizontal);  // row 2 unaffected, row 3 neither
+    EXPECT_EQ(text("G3"), "=F1*2");
+    book.sheet(0).insertCells({0, 2, 0, 2}, ShiftMode::Horizontal);  // G3 moves right to H3
+    EXPECT_EQ(text("H3"), "=F1*2");
+    set("F1", "4");
+    book.formulas().recalc();
+    EXPECT_EQ(value("H3"), "8");
+}
+
+// Moving a formula up never makes a nonsense text of a reference: it stays
+// where it pointed, and the formula still calculates.
+TEST_F(FormulaReviewTest, ShiftingUpKeepsAReferenceOnTheSheet) {
+    set("A1", "7");
+    set("A5", "=A1");
+    book.sheet(0).deleteCells({0, 3, 0, 3}, ShiftMode::Vertical);  // A4 deleted, A5 moves up to A4
+    EXPECT_TRUE(isFormula("A4"));
+    EXPECT_EQ(text("A4"), "=A1");
+    book.formulas().recalc();
+    EXPECT_EQ(value("A4"), "7");
+}
+
+// A formula whose reference is already off the sheet (a moved block of cells
+// keeps offsets) is broken by the next shift like by a row deletion.
+TEST_F(FormulaReviewTest, AShiftBreaksAFormulaWithAReferenceOffTheSheet) {
+    set("A5", "=A1+1");
+    book.sheet(0).moveCells(1, 0, true, 1, 0, 4);  // A5 to B1: its offset points above row 1
+    book.sheet(0).deleteCells({0, 0, 0, 0}, ShiftMode::Horizontal);  // B1 moves to A1
+    EXPECT_FALSE(isFormula("A1"));
+    EXPECT_EQ(text("A1"), "#REF!");
+}
+
+}  // namespace
+}  // namespace zorfa::sheet::test
