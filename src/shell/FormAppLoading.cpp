@@ -10,7 +10,9 @@
 namespace zorfa::shell {
 
 TFormAppLoading::TFormAppLoading(QWidget* parent)
-    : QWidget(parent, Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint) {
+    // A title bar that shows the caption, and no border icons: the user can't
+    // close or resize the window the program is starting behind.
+    : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowStaysOnTopHint) {
     setObjectName("FormAppLoading");
     setWindowTitle("Zorfa Editor loading ...");
     setFixedSize(350, 200);

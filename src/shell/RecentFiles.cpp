@@ -10,7 +10,12 @@ void TRecentFiles::Add(const std::string& fileName) {
     const auto present = std::find_if(items_.begin(), items_.end(), [&](const std::string& item) {
         return sameNameIgnoringCase(item, fileName);
     });
-    if (present != items_.end()) items_.erase(present);
+    // A present entry is moved, not replaced: it keeps the spelling it was
+    // listed under.
+    if (present != items_.end()) {
+        std::rotate(items_.begin(), present, present + 1);
+        return;
+    }
     items_.insert(items_.begin(), fileName);
     if (items_.size() > MaxItemCount) items_.resize(MaxItemCount);
 }

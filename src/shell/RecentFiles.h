@@ -1,8 +1,8 @@
 #pragma once
 // The recent files list (dxBarMRUFiles): full path names, most recent first,
 // at most MaxItemCount entries. Adding a name that is present (compared
-// ignoring ASCII case) moves it to the front; a new name goes to the front
-// and pushes the oldest out. Names are the operating system's bytes. The
+// ignoring ASCII case) moves that entry, as it is spelled, to the front; a
+// new name goes to the front and pushes the oldest out. Names are the operating system's bytes. The
 // list is kept with the main window's stored properties as the string list
 // "dxBarMRUFiles_Items" (docs/arch/shell.md).
 

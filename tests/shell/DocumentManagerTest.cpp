@@ -139,14 +139,14 @@ TEST_F(DocumentManager, RecentFilesKeepNineMostRecentFirstIgnoringCase) {
     EXPECT_EQ(items.back(), paths[1]);
 
     // The same name in other letters case is the same entry: it moves to the
-    // front (the load fails on a case-sensitive file system, and the name is
-    // kept all the same).
+    // front as it was listed (the load fails on a case-sensitive file system,
+    // and the entry is moved all the same).
     std::string shouted = paths[3];
     shouted.replace(shouted.size() - 9, 5, "FILE3");
     m.OpenDocumentFile(shouted);
     items = m.RecentFiles().Items();
     ASSERT_EQ(items.size(), 9u);
-    EXPECT_EQ(items.front(), shouted);
+    EXPECT_EQ(items.front(), paths[3]);
     EXPECT_EQ(std::count_if(items.begin(), items.end(),
                             [&](const std::string& s) { return sameNameIgnoringCase(s, paths[3]); }),
               1);

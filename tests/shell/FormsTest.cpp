@@ -100,7 +100,7 @@ TEST(RecentFilesList, NewNamesGoToTheFrontAndTheOldestFallsOut) {
     EXPECT_EQ(recent.Items().front(), "/f11");
     EXPECT_EQ(recent.Items().back(), "/f3");
     recent.Add("/F5");
-    EXPECT_EQ(recent.Items().front(), "/F5");
+    EXPECT_EQ(recent.Items().front(), "/f5");
     EXPECT_EQ(recent.Items().size(), 9u);
     recent.SetItems(std::vector<std::string>(20, "/x"));
     EXPECT_EQ(recent.Items().size(), 9u);

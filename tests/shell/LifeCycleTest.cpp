@@ -224,7 +224,6 @@ TEST_F(LifeCycle, LoadingFormCyclesItsBar) {
     EXPECT_EQ(loading.windowTitle(), "Zorfa Editor loading ...");
     EXPECT_EQ(loading.size(), QSize(350, 200));
     EXPECT_TRUE(loading.windowFlags() & Qt::WindowStaysOnTopHint);
-    EXPECT_TRUE(loading.windowFlags() & Qt::FramelessWindowHint);
     EXPECT_EQ(loading.timer()->interval(), 10);
     loading.timer()->stop();
     QProgressBar* bar = loading.progressBar();
