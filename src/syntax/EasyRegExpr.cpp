@@ -99,15 +99,18 @@ void TEasyRegExpr::Compile() {
         return item;
     };
     // A character code after "#": digits from i, leaves i on the last digit.
+    // The digits are read to their end before the number is judged, so both
+    // "no digits" and "too large" report the character behind them.
     auto readCode = [&](int& i) {
         int j = i;
         long long value = 0;
+        bool tooLarge = false;
         while (j < len && m[j] >= '0' && m[j] <= '9') {
-            value = value * 10 + (m[j] - '0');
-            if (value > INT_MAX) fail(j + 1);
+            if (!tooLarge) value = value * 10 + (m[j] - '0');
+            if (value > INT_MAX) tooLarge = true;
             ++j;
         }
-        if (j == i) fail(i + 1);
+        if (j == i || tooLarge) fail(j + 1);
         i = j - 1;
         return static_cast<unsigned char>(value & 0xFF);
     };

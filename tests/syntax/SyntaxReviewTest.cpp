@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "base/Errors.h"
 #include "syntax/EasyRegExpr.h"
 
 namespace {
@@ -40,6 +41,26 @@ TEST(SyntaxReview, LongBacktracksStillFindTheMatch) {
 
     const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     EXPECT_LT(seconds, 10.0);
+}
+
+std::string compileError(const std::string& mask) {
+    try {
+        TEasyRegExpr e(mask, true);
+    } catch (const zorfa::Exception& ex) {
+        return ex.what();
+    }
+    return "compiled";
+}
+
+// A code after "#" is read to its last digit before it is judged, so a
+// number too large reports the character reached behind the digits, just
+// as a "#" without digits reports the character behind the "#".
+TEST(SyntaxReview, OversizedCodeReportsThePositionBehindItsDigits) {
+    EXPECT_EQ(compileError("a#99999999999"), "a#99999999999 is invalid mask at (14)");
+    EXPECT_EQ(compileError("#99999999999x"), "#99999999999x is invalid mask at (13)");
+    EXPECT_EQ(compileError("[#99999999999]"), "[#99999999999] is invalid mask at (14)");
+    EXPECT_EQ(compileError("[a-#99999999999]"), "[a-#99999999999] is invalid mask at (16)");
+    EXPECT_EQ(compileError("#2147483647"), "compiled");
 }
 
 }  // namespace
