@@ -330,9 +330,11 @@ void TMain::SaveAsExecute() {
 
 void TMain::SaveAllExecute() {
     QPointer<QWidget> remembered = tabs_->currentWidget();
-    for (int i = 0; i < tabs_->count(); ++i) {
-        if (tabs_->widget(i) == dxDockPanelFiles()) continue;
-        tabs_->setCurrentIndex(i);
+    // The tabs as they stand now: a save that converts a document reopens it
+    // at the end and shifts the tabs behind it, which must still be saved.
+    for (const QPointer<TDocumentPanel>& panel : tabs_->DocumentPanels()) {
+        if (!panel) continue;
+        tabs_->ActivatePanel(panel);
         SaveExecute();
     }
     if (remembered) tabs_->setCurrentWidget(remembered);

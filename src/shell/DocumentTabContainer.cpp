@@ -33,6 +33,13 @@ int TDocumentTabContainer::IndexOfPanel(const TDocumentPanel* panel) const {
     return -1;
 }
 
+QList<QPointer<TDocumentPanel>> TDocumentTabContainer::DocumentPanels() const {
+    QList<QPointer<TDocumentPanel>> panels;
+    for (int i = 0; i < count(); ++i)
+        if (TDocumentPanel* panel = PanelAt(i)) panels.append(panel);
+    return panels;
+}
+
 void TDocumentTabContainer::SetPanelCaption(TDocumentPanel* panel, const QString& caption) {
     const int index = IndexOfPanel(panel);
     if (index >= 0) setTabText(index, caption);

@@ -26,6 +26,9 @@ public:
     // The document panel at a tab index, or null for the base panel.
     TDocumentPanel* PanelAt(int index) const;
     int IndexOfPanel(const TDocumentPanel* panel) const;
+    // The document panels in tab order (the base panel left out), guarded:
+    // walks that ask or save may close and reopen documents on the way.
+    QList<QPointer<TDocumentPanel>> DocumentPanels() const;
     // The number of document panels (the base panel not counted).
     int DocumentCount() const { return count() - 1; }
 

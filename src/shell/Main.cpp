@@ -280,11 +280,12 @@ void TMain::closeEvent(QCloseEvent* event) {
 
 bool TMain::FormCloseQuery() {
     IniFile editorIni(paths_.editorIniFile);
-    for (int i = 0; i < tabs_->count(); ++i) {
-        // The base panel has no close query handler; every document panel has.
-        TDocumentPanel* panel = tabs_->PanelAt(i);
+    // The tabs as they stand before the first question: a save that converts
+    // a document closes it and opens it again at the end, which shifts every
+    // tab behind it down by one, and those must still be asked. The base
+    // panel has no close query handler; every document panel has.
+    for (const QPointer<TDocumentPanel>& panel : tabs_->DocumentPanels())
         if (panel && !panel->CloseQuery()) return false;
-    }
     if (syntaxParsers_->currentIndex() >= 0) {
         editorIni.writeString("EditorOptions", "SyntaxParser", platform::fromQString(syntaxParsers_->currentText()));
         editorIni.updateFile();

@@ -1,6 +1,10 @@
 #include "ShellFixture.h"
 
+#include <filesystem>
+
 #include "shell/DocumentForm.h"
+#include "shell/DocumentPanel.h"
+#include "shell/DocumentTabContainer.h"
 #include "shell/FormAppLoading.h"
 #include "shell/RecentFiles.h"
 
@@ -64,6 +68,41 @@ TEST_F(ShellReview, ReopeningUnderAnotherCaseKeepsTheListedName) {
     m.RecentFileClick(0);
     EXPECT_TRUE(Errors().empty());
     EXPECT_EQ(m.ActiveDocument()->FileName(), real);
+}
+
+// A save that converts a document closes it and opens it again at the end of
+// the tabs. The documents behind it must still be asked at shutdown and still
+// be saved by Save All.
+TEST_F(ShellReview, CloseWalkStillAsksTheDocumentsBehindAConvertedOne) {
+    TMain& m = NewMain();
+    m.NewRTFFile->trigger();
+    m.ActiveDocument()->SetModified(true);
+    m.NewFile->trigger();
+    m.ActiveDocument()->SetModified(true);
+
+    Script().answerYes();                          // "New RTF file 1"
+    Script().chooseFile(PathOf("plain.txt"), 3);   // plain text: reopened as text
+    Script().answerCancel();                       // "New file 2" refuses
+    EXPECT_FALSE(m.close());
+    ASSERT_EQ(Script().asked().size(), 3u);
+    EXPECT_EQ(Script().asked()[2].text, "Save changes to \"New file 2\"");
+    EXPECT_TRUE(m.isVisible());
+    EXPECT_EQ(TabCaptions(), (std::vector<QString>{"New file 2", "plain.txt"}));
+    EXPECT_TRUE(m.TabContainer()->PanelAt(1)->Form()->Modified());
+}
+
+TEST_F(ShellReview, SaveAllStillSavesTheDocumentsBehindAConvertedOne) {
+    TMain& m = NewMain();
+    const std::string b = WriteFile("b.txt", "b\n");
+    m.NewRTFFile->trigger();
+    m.OpenDocumentFile(b);
+    std::filesystem::remove(b);
+    Script().chooseFile(PathOf("plain.txt"), 3);  // the rich document's Save As
+    m.SaveAll->trigger();
+    EXPECT_TRUE(Errors().empty());
+    EXPECT_TRUE(FileExists(PathOf("plain.txt")));
+    EXPECT_EQ(ReadFile(b), "b\r\n");
+    EXPECT_EQ(Script().asked().size(), 1u);
 }
 
 }  // namespace
