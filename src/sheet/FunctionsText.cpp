@@ -1,4 +1,5 @@
 // Logic, date and time, text and information functions of the function table.
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -25,15 +26,22 @@ void pushNumberUnlessError(FormulaEvaluator& e, double value) {
     if (!e.errorCode()) e.pushNumber(value);
 }
 
-// Time of day of a serial, the runtime's way: milliseconds rounded.
-void decodeTime(double serial, int& hour, int& minute, int& second) {
-    const double fraction = serial - std::floor(serial);
-    auto ms = static_cast<std::int64_t>(std::llround(fraction * 86400000.0));
-    if (ms >= 86400000) ms = 86400000 - 1;
-    hour = static_cast<int>(ms / 3600000);
-    minute = static_cast<int>(ms / 60000 % 60);
-    second = static_cast<int>(ms / 1000 % 60);
+// Time of day of a serial, the runtime's way: the serial is rounded to whole
+// milliseconds (half to even) and the time is that count's distance from day
+// 0 modulo a day, so a negative serial counts forward from midnight too
+// (-0.25 and -1.25 are 6:00). False when the count does not fit 64 bits.
+bool decodeTime(double serial, int& hour, int& minute, int& second) {
+    const double ms = std::nearbyint(serial * 86400000.0);
+    if (!(std::fabs(ms) < 9223372036854775808.0)) return false;
+    const auto time = static_cast<std::int64_t>(std::fabs(std::fmod(ms, 86400000.0)));
+    hour = static_cast<int>(time / 3600000);
+    minute = static_cast<int>(time / 60000 % 60);
+    second = static_cast<int>(time / 1000 % 60);
+    return true;
 }
+
+// The runtime's Trim: blanks and control characters at both ends.
+bool isTrimmedAway(char c) { return static_cast<unsigned char>(c) <= ' '; }
 
 }  // namespace
 
@@ -151,7 +159,10 @@ void timePart(FormulaEvaluator& e, int part) {
     if (!text.empty() && !e.textToNumber(text, serial)) e.setError(3);
     if (e.errorCode()) return;
     int h, m, s;
-    decodeTime(serial, h, m, s);
+    if (!decodeTime(serial, h, m, s)) {
+        e.setError(3);
+        return;
+    }
     e.pushNumber(part == 0 ? h : part == 1 ? m : s);
 }
 }  // namespace
@@ -266,7 +277,7 @@ void IsNonText(FormulaEvaluator& e, int) {
 void IsBlank(FormulaEvaluator& e, int) {
     const std::string text = e.popText();
     e.clearError();
-    e.pushBoolean(text.find_first_not_of(' ') == std::string::npos);
+    e.pushBoolean(std::all_of(text.begin(), text.end(), isTrimmedAway));
 }
 
 void IsNa(FormulaEvaluator& e, int) {

@@ -55,5 +55,31 @@ TEST_F(FormulaReviewTest, AShiftBreaksAFormulaWithAReferenceOffTheSheet) {
     EXPECT_EQ(text("A1"), "#REF!");
 }
 
+// ISBLANK trims as the runtime's Trim does: every control character and blank
+// at either end, not only the blank.
+TEST_F(FormulaReviewTest, IsBlankTrimsControlCharactersToo) {
+    set("A1", "\t \r");
+    set("A2", "\x01");
+    set("A3", "\ta\t");
+    EXPECT_EQ(eval("=ISBLANK(A1)"), "TRUE");
+    EXPECT_EQ(eval("=ISBLANK(A2)"), "TRUE");
+    EXPECT_EQ(eval("=ISBLANK(A3)"), "FALSE");
+    EXPECT_EQ(eval("=ISBLANK(\"\xA0\")"), "FALSE");  // a no-break space is a character
+}
+
+// The time of a serial is that of its distance from day 0: -0.25 and -1.25
+// are both 6:00, and a fraction a hair below a whole day rounds to midnight.
+// A serial too large for a count of milliseconds fails like a text that is no
+// number.
+TEST_F(FormulaReviewTest, TimePartsOfNegativeAndNearlyWholeSerials) {
+    EXPECT_EQ(eval("=HOUR(-0.25)"), "6");
+    EXPECT_EQ(eval("=HOUR(-1.25)"), "6");
+    EXPECT_EQ(eval("=MINUTE(-0.5+1/1440)"), "59");
+    EXPECT_EQ(eval("=HOUR(0.9999999999)"), "0");
+    EXPECT_EQ(eval("=SECOND(0.99999999)"), "59");
+    EXPECT_EQ(eval("=HOUR(1E300)"), "#VALUE!");  // no whole count of milliseconds: no time
+    EXPECT_EQ(eval("=HOUR(0.75)"), "18");
+}
+
 }  // namespace
 }  // namespace zorfa::sheet::test
