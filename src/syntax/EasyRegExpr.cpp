@@ -419,10 +419,19 @@ bool TEasyRegExpr::Visited(int p, int item) {
     const int items = static_cast<int>(FItems.size());
     if (FMemoWidth == 0) {
         const std::size_t width = static_cast<std::size_t>(FLimit) + static_cast<std::size_t>(items) + 2;
-        if (width * static_cast<std::size_t>(items) > kMemoBitLimit) return false;
-        FMemoWidth = static_cast<int>(width);
-        FMemo.assign((width * items + 63) / 64, 0);
+        if (width * static_cast<std::size_t>(items) > kMemoBitLimit) {
+            // A bitmap would be too large for this text: remember the pairs
+            // in a hash set instead. Without the memo a very long text could
+            // take exponential time.
+            FMemoWidth = -1;
+            FMemoSet.clear();
+        } else {
+            FMemoWidth = static_cast<int>(width);
+            FMemo.assign((width * items + 63) / 64, 0);
+        }
     }
+    if (FMemoWidth < 0)
+        return !FMemoSet.insert((static_cast<std::uint64_t>(item) << 32) | static_cast<std::uint32_t>(p)).second;
     if (p < 0 || p >= FMemoWidth) return false;
     const std::size_t bit = static_cast<std::size_t>(item) * FMemoWidth + p;
     std::uint64_t& word = FMemo[bit >> 6];

@@ -25,6 +25,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace zorfa {
@@ -129,6 +130,7 @@ private:
     long FPops = 0;
     int FMemoWidth = 0;
     std::vector<std::uint64_t> FMemo;
+    std::unordered_set<std::uint64_t> FMemoSet;  // when the bitmap would be too large
 };
 
 }  // namespace zorfa

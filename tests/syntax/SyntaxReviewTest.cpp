@@ -43,6 +43,20 @@ TEST(SyntaxReview, LongBacktracksStillFindTheMatch) {
     EXPECT_LT(seconds, 10.0);
 }
 
+// On a text so long that the failed-resume memo cannot be a bitmap the
+// memo must still be kept, or thirty optional items before a mismatch cost
+// billions of resumes.
+TEST(SyntaxReview, VeryLongTextsKeepTheMemo) {
+    std::string optionals;
+    for (int i = 0; i < 30; ++i) optionals += "{a|}";
+    const std::string text = std::string(30, 'a') + "c" + std::string(800000, 'x');
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(matchAt(optionals + "b", text), std::nullopt);
+    EXPECT_EQ(matchAt(optionals + std::string(30, 'a') + "c", text), 31);
+    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_LT(seconds, 10.0);
+}
+
 std::string compileError(const std::string& mask) {
     try {
         TEasyRegExpr e(mask, true);
