@@ -15,8 +15,9 @@
 //   every resumed run only pushes points with a larger item index. So by the
 //   time a pair is popped a second time, everything reachable from its first
 //   run has already failed, and it can be skipped. After a few dozen pops the
-//   matcher starts remembering popped pairs in a bitmap, which caps the
-//   resumed runs of one match at (text length + items) x items. That turns
+//   matcher starts remembering popped pairs in a bitmap (a hash set on very
+//   long texts), which caps the resumed runs of one match at
+//   (text length + items) x items. That turns
 //   the exponential cases of plain backtracking ("a*a*a*a*b", "{a*}*b") into
 //   polynomial ones.
 //
@@ -430,8 +431,10 @@ bool TEasyRegExpr::Visited(int p, int item) {
             FMemo.assign((width * items + 63) / 64, 0);
         }
     }
-    if (FMemoWidth < 0)
-        return !FMemoSet.insert((static_cast<std::uint64_t>(item) << 32) | static_cast<std::uint32_t>(p)).second;
+    if (FMemoWidth < 0) {
+        const std::uint64_t key = (static_cast<std::uint64_t>(item) << 32) | static_cast<std::uint32_t>(p);
+        return !FMemoSet.insert(key).second;
+    }
     if (p < 0 || p >= FMemoWidth) return false;
     const std::size_t bit = static_cast<std::size_t>(item) * FMemoWidth + p;
     std::uint64_t& word = FMemo[bit >> 6];
