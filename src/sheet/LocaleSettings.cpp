@@ -26,6 +26,46 @@ int decimalDigits(double value, char (&digits)[24]) {
     return std::atoi(p + 1) + 1;
 }
 
+// |value| with `decimals` places as the runtime's formats make it: the value
+// at 15 significant digits, then rounded half away from zero in decimal (so
+// 2.5 gives 3 and 1.005 gives 1.01). "." as the separator.
+std::string roundedDecimalText(double value, int decimals) {
+    std::string kept;  // the digits before the cut: 0.kept x 10^exponent
+    int exponent = 0;
+    if (value != 0) {
+        char digits[24];
+        exponent = decimalDigits(value, digits);
+        const int count = static_cast<int>(std::strlen(digits));
+        const int keep = exponent + decimals;
+        if (keep >= count) {
+            kept.assign(digits, static_cast<size_t>(count));
+            kept.append(static_cast<size_t>(keep - count), '0');
+        } else if (keep >= 0) {
+            kept.assign(digits, static_cast<size_t>(keep));
+            if (digits[keep] >= '5') {
+                int at = keep - 1;
+                while (at >= 0 && kept[static_cast<size_t>(at)] == '9') kept[static_cast<size_t>(at--)] = '0';
+                if (at >= 0) {
+                    ++kept[static_cast<size_t>(at)];
+                } else {
+                    kept.insert(kept.begin(), '1');
+                    ++exponent;
+                }
+            }
+        }
+        if (kept.empty()) exponent = 0;  // rounded away to nothing
+    }
+    std::string text = exponent > 0 ? kept.substr(0, static_cast<size_t>(exponent)) : "0";
+    if (decimals > 0) {
+        std::string fraction = exponent >= 0 ? kept.substr(static_cast<size_t>(exponent))
+                                             : std::string(static_cast<size_t>(-exponent), '0') + kept;
+        fraction.resize(static_cast<size_t>(decimals), '0');
+        text += '.';
+        text += fraction;
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string LocaleSettings::floatText(double value) const {
@@ -144,10 +184,9 @@ bool parseNumberText(std::string_view text, char decimalSeparator, double& value
 std::string LocaleSettings::currencyText(double value, int decimals) const {
     if (decimals < 0) decimals = 0;
     if (decimals > 18) decimals = 18;
+    if (!std::isfinite(value)) return floatText(value);
     const bool negative = value < 0;
-    char buffer[400];
-    std::snprintf(buffer, sizeof buffer, "%.*f", decimals, std::fabs(value));
-    std::string plain = buffer;
+    const std::string plain = roundedDecimalText(std::fabs(value), decimals);
     size_t dot = plain.find('.');
     std::string whole = plain.substr(0, dot);
     std::string number;

@@ -81,5 +81,21 @@ TEST_F(FormulaReviewTest, TimePartsOfNegativeAndNearlyWholeSerials) {
     EXPECT_EQ(eval("=HOUR(0.75)"), "18");
 }
 
+// DOLLAR rounds as the runtime's currency format does: the value is taken at
+// 15 significant digits and a half rounds away from zero.
+TEST_F(FormulaReviewTest, DollarRoundsHalvesAwayFromZero) {
+    EXPECT_EQ(eval("=DOLLAR(2.5,0)"), "$3");
+    EXPECT_EQ(eval("=DOLLAR(0.5,0)"), "$1");
+    EXPECT_EQ(eval("=DOLLAR(-2.5,0)"), "($3)");
+    EXPECT_EQ(eval("=DOLLAR(0.125,2)"), "$0.13");
+    EXPECT_EQ(eval("=DOLLAR(1.005,2)"), "$1.01");
+    EXPECT_EQ(eval("=DOLLAR(999.995,2)"), "$1,000.00");
+    EXPECT_EQ(eval("=DOLLAR(0.0005,3)"), "$0.001");
+    EXPECT_EQ(eval("=DOLLAR(0.004,2)"), "$0.00");
+    EXPECT_EQ(eval("=DOLLAR(1234.567,2)"), "$1,234.57");
+    EXPECT_EQ(eval("=DOLLAR(0,2)"), "$0.00");
+    EXPECT_EQ(eval("=DOLLAR(1E20,0)"), "$100,000,000,000,000,000,000");
+}
+
 }  // namespace
 }  // namespace zorfa::sheet::test
