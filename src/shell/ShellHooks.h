@@ -47,8 +47,9 @@ public:
     virtual void LoadUserTools(TMain& main);
 
     // ---- Stored properties and placement --------------------------------
-    // At the first show, before the restore completion. The default restores
-    // the recent files and the three start-with options.
+    // At every show the program makes (one in a run), before the restore
+    // completion. The default restores the recent files and the three
+    // start-with options.
     virtual void RestoreFormPlacement(TMain& main);
     // When the close goes through (or at destruction when it never did).
     // The default saves what RestoreFormPlacement restores.
