@@ -209,8 +209,11 @@ void TEasyRegExpr::Compile() {
                     if (j + 1 < len && isSetEscapable(m[j + 1])) member = static_cast<unsigned char>(m[++j]);
                     else member = '\\';
                 } else if (sc == '#') {
+                    // A code is the byte it names, not upper-cased (only a
+                    // range's high end and characters written as themselves
+                    // are), so in a case-insensitive set "#97" never matches.
                     ++j;
-                    member = fold(readCode(j));
+                    member = readCode(j);
                 } else {
                     member = fold(static_cast<unsigned char>(sc));
                 }

@@ -13,8 +13,8 @@ namespace {
 
 using zorfa::TEasyRegExpr;
 
-std::optional<int> matchAt(const std::string& mask, const std::string& text) {
-    TEasyRegExpr e(mask, true);
+std::optional<int> matchAt(const std::string& mask, const std::string& text, bool caseSensitive = true) {
+    TEasyRegExpr e(mask, caseSensitive);
     int length = -1;
     if (!e.MatchAt(text.data(), text.data() + text.size(), true, length)) return std::nullopt;
     return length;
@@ -57,9 +57,9 @@ TEST(SyntaxReview, VeryLongTextsKeepTheMemo) {
     EXPECT_LT(seconds, 10.0);
 }
 
-std::string compileError(const std::string& mask) {
+std::string compileError(const std::string& mask, bool caseSensitive = true) {
     try {
-        TEasyRegExpr e(mask, true);
+        TEasyRegExpr e(mask, caseSensitive);
     } catch (const zorfa::Exception& ex) {
         return ex.what();
     }
@@ -75,6 +75,25 @@ TEST(SyntaxReview, OversizedCodeReportsThePositionBehindItsDigits) {
     EXPECT_EQ(compileError("[#99999999999]"), "[#99999999999] is invalid mask at (14)");
     EXPECT_EQ(compileError("[a-#99999999999]"), "[a-#99999999999] is invalid mask at (16)");
     EXPECT_EQ(compileError("#2147483647"), "compiled");
+}
+
+// In a case-insensitive set, characters written as themselves and the high
+// end of a range are upper-cased; a "#" code written as a member (or as a
+// range's low end) is taken as the code it names.
+TEST(SyntaxReview, CodesInCaseInsensitiveSetsKeepTheirValue) {
+    EXPECT_EQ(matchAt("[#97]", "a", false), std::nullopt) << "the input is upper-cased, the member is not";
+    EXPECT_EQ(matchAt("[#97]", "A", false), std::nullopt);
+    EXPECT_EQ(matchAt("[#97]", "a", true), 1);
+    EXPECT_EQ(matchAt("[#65]", "a", false), 1);
+    EXPECT_EQ(matchAt("[a-#122]+", "quiz", false), 4) << "a high end written as a code is upper-cased";
+    EXPECT_EQ(matchAt("#97", "A", false), 1) << "outside a set a code is a plain character";
+    const TEasyRegExpr set("[#97b]", false);
+    EXPECT_TRUE(set.Items()[0].InSet('a'));
+    EXPECT_FALSE(set.Items()[0].InSet('A'));
+    EXPECT_TRUE(set.Items()[0].InSet('B'));
+    // Low end 97 and high end "Z" (90): an inverted range, so an empty set.
+    EXPECT_EQ(compileError("[#97-z]", false), "[#97-z] is invalid mask at (7)");
+    EXPECT_EQ(compileError("[#97-z]", true), "compiled");
 }
 
 }  // namespace
