@@ -96,6 +96,18 @@ CompileResult FormulaParser::compile(std::string_view text) {
 }
 
 void FormulaParser::parseExpression(std::string_view text) {
+    // Each level of parentheses or function call is one level of recursion:
+    // a text nested deeper than any real formula is refused, not a crash.
+    if (nesting_ > kMaxNesting) {
+        report(kSyntaxError);
+        return;
+    }
+    ++nesting_;
+    parseLevel(text);
+    --nesting_;
+}
+
+void FormulaParser::parseLevel(std::string_view text) {
     const size_t first = stack_.count();
     while (!text.empty() && !stopped()) {
         NextToken t = nextToken(text);
@@ -467,42 +479,71 @@ void FormulaParser::reduce(size_t first, size_t last) {
 }
 
 void FormulaParser::secondPass(size_t start, size_t& end) {
+    // "+", "&" and comparisons reduce everything to their right first. That
+    // is a descent into the rest of the part, kept here as a list of the
+    // operators waiting for their right side rather than as recursion, so a
+    // long chain needs no stack.
+    struct Waiting {
+        size_t start, at;
+        std::uint8_t kind;
+    };
+    std::vector<Waiting> waiting;
     size_t i = start;
-    while (i < end && i < stack_.count() && !stopped()) {
-        const TokenItem& item = stack_[i];
-        const std::uint8_t kind = item.kind;
-        if (!item.isBareOperator()) {
-            ++i;
-            continue;
-        }
-        if (kind == token::Add || kind == token::Subtract || kind == token::Concat) {
-            if (i == start) {
-                // A leading sign is unary; "&" has no unary form.
-                if (kind == token::Concat || !isOperand(i + 1) || i + 1 >= end) {
-                    setError(3);
-                    return;
-                }
-                makeUnary(i, i + 1, static_cast<std::uint8_t>(kind + 15), end);
+    for (;;) {
+        bool descended = false;
+        while (i < end && i < stack_.count() && !stopped()) {
+            const TokenItem& item = stack_[i];
+            const std::uint8_t kind = item.kind;
+            if (!item.isBareOperator()) {
+                ++i;
                 continue;
             }
-            if (kind != token::Subtract) secondPass(i + 1, end);
-        } else if (kind >= token::Less && kind <= token::NotEqual) {
-            secondPass(i + 1, end);
-        } else if (kind == token::Multiply || kind == token::Divide) {
-            if (i + 2 < end && stack_[i + 1].isOperator(token::Subtract) && isOperand(i + 2))
-                makeUnary(i + 1, i + 2, token::UnaryMinus, end);
-        } else {
-            ++i;
-            continue;
+            if (kind == token::Add || kind == token::Subtract || kind == token::Concat) {
+                if (i == start) {
+                    // A leading sign is unary; "&" has no unary form.
+                    if (kind == token::Concat || !isOperand(i + 1) || i + 1 >= end) {
+                        setError(3);
+                        return;
+                    }
+                    makeUnary(i, i + 1, static_cast<std::uint8_t>(kind + 15), end);
+                    continue;
+                }
+                if (kind != token::Subtract) descended = true;
+            } else if (kind >= token::Less && kind <= token::NotEqual) {
+                descended = true;
+            } else if (kind == token::Multiply || kind == token::Divide) {
+                if (i + 2 < end && stack_[i + 1].isOperator(token::Subtract) && isOperand(i + 2))
+                    makeUnary(i + 1, i + 2, token::UnaryMinus, end);
+            } else {
+                ++i;
+                continue;
+            }
+            if (descended) {
+                waiting.push_back({start, i, kind});
+                start = i + 1;
+                i = start;
+                descended = false;
+                continue;
+            }
+            if (!mergeAt(start, i, kind, end)) return;
         }
-        if (stopped()) return;
-        if (start < i && i + 1 < end && isOperand(i - 1) && isOperand(i + 1)) {
-            merge(i, kind, end);
-        } else {
-            setError(3);
-            return;
-        }
+        if (stopped() || waiting.empty()) return;
+        // The right side is done: take the operator that waited for it.
+        const Waiting w = waiting.back();
+        waiting.pop_back();
+        start = w.start;
+        i = w.at;
+        if (!mergeAt(start, i, w.kind, end)) return;
     }
+}
+
+bool FormulaParser::mergeAt(size_t start, size_t i, std::uint8_t kind, size_t& end) {
+    if (start < i && i + 1 < end && isOperand(i - 1) && isOperand(i + 1)) {
+        merge(i, kind, end);
+        return true;
+    }
+    setError(3);
+    return false;
 }
 
 }  // namespace zorfa::sheet

@@ -53,6 +53,7 @@ private:
     };
 
     void parseExpression(std::string_view text);
+    void parseLevel(std::string_view text);
     NextToken nextToken(std::string_view& text);
     size_t prefixLength(std::string_view text) const;
     bool readStringLiteral(std::string_view& text, std::string& bytes);
@@ -64,6 +65,9 @@ private:
     void reduce(size_t first, size_t last);
     void secondPass(size_t start, size_t& end);
     void merge(size_t at, std::uint8_t kind, size_t& end);
+    // Merges left, operator, right at `i` when both operands are there within
+    // [start, end); otherwise sets error 3 and answers false.
+    bool mergeAt(size_t start, size_t i, std::uint8_t kind, size_t& end);
     void makeUnary(size_t operatorIndex, size_t operandIndex, std::uint8_t code, size_t& end);
     bool isOperand(size_t index) const noexcept;
     void report(std::string message);
@@ -79,6 +83,10 @@ private:
     TcxTokensStack stack_;
     std::uint8_t errorCode_ = 0;
     bool failed_ = false;
+    // Levels of parentheses and function calls being parsed (the whole text
+    // is level 0), and how many may nest.
+    static constexpr int kMaxNesting = 1024;
+    int nesting_ = 0;
     std::vector<std::string> messages_;
     bool delimiters_[256] = {};
 };

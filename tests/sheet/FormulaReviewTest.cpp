@@ -1,6 +1,10 @@
 // Review findings of the formula engine: each case failed before its fix.
 #include "FormulaTestBook.h"
 
+#include <pthread.h>
+
+#include <functional>
+
 namespace zorfa::sheet::test {
 namespace {
 
@@ -95,6 +99,54 @@ TEST_F(FormulaReviewTest, DollarRoundsHalvesAwayFromZero) {
     EXPECT_EQ(eval("=DOLLAR(1234.567,2)"), "$1,234.57");
     EXPECT_EQ(eval("=DOLLAR(0,2)"), "$0.00");
     EXPECT_EQ(eval("=DOLLAR(1E20,0)"), "$100,000,000,000,000,000,000");
+}
+
+// Runs `work` on a thread with a small stack, as a check that it does not
+// recurse once per operator or per level of nesting.
+void onSmallStack(const std::function<void()>& work) {
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setstacksize(&attributes, 512 * 1024);
+    pthread_t thread;
+    auto run = [](void* p) -> void* {
+        (*static_cast<const std::function<void()>*>(p))();
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&work)), 0);
+    pthread_join(thread, nullptr);
+    pthread_attr_destroy(&attributes);
+}
+
+// A long chain of "+" or comparisons compiles without one level of recursion
+// per operator; nesting beyond 1024 parentheses or function calls is refused
+// with the syntax message instead of running out of stack.
+TEST_F(FormulaReviewTest, LongChainsAndDeepNestingDoNotExhaustTheStack) {
+    std::string plus = "=1", equal = "=1", deep = "=", deepCalls = "=", nested = "=";
+    for (int i = 0; i < 20000; ++i) plus += "+1";
+    for (int i = 0; i < 20000; ++i) equal += "=1";
+    deep += std::string(5000, '(') + "1" + std::string(5000, ')');
+    for (int i = 0; i < 5000; ++i) deepCalls += "ABS(";
+    deepCalls += "1" + std::string(5000, ')');
+    nested += std::string(1024, '(') + "2" + std::string(1024, ')');
+    CompileResult rPlus, rEqual, rDeep, rCalls, rNested;
+    onSmallStack([&] {
+        rPlus = book.formulas().compileText(plus, 0, {0, 0});
+        rEqual = book.formulas().compileText(equal, 0, {0, 0});
+        rDeep = book.formulas().compileText(deep, 0, {0, 0});
+        rCalls = book.formulas().compileText(deepCalls, 0, {0, 0});
+        rNested = book.formulas().compileText(nested, 0, {0, 0});
+    });
+    EXPECT_TRUE(rPlus.ok());
+    EXPECT_TRUE(rEqual.ok());
+    EXPECT_EQ(rDeep.messages, std::vector<std::string>{"Error syntax in string expression"});
+    EXPECT_EQ(rCalls.messages, std::vector<std::string>{"Error syntax in string expression"});
+    EXPECT_TRUE(rNested.ok());
+    // The chain still reduces as before: everything right of "+" first.
+    EXPECT_EQ(eval("=1+2*3-4+5"), "8");
+    EXPECT_EQ(eval("=2*3+4*5-6=14"), "7");
+    set("A1", plus);
+    book.formulas().recalc();
+    EXPECT_EQ(value("A1"), "20001");
 }
 
 }  // namespace
