@@ -64,9 +64,16 @@ bool encodeDate(int year, int month, int day, double& serial) noexcept {
     return true;
 }
 
+bool serialDay(double serial, std::int64_t& day) noexcept {
+    const double ms = std::nearbyint(serial * 86400000.0);
+    if (!(std::fabs(ms) < 9223372036854775808.0)) return false;
+    day = static_cast<std::int64_t>(ms) / 86400000;
+    return true;
+}
+
 CivilDate decodeDate(double serial) noexcept {
-    if (!std::isfinite(serial) || std::fabs(serial) > 4e6) return {};
-    const auto days = static_cast<std::int64_t>(std::trunc(serial));
+    std::int64_t days = 0;
+    if (!std::isfinite(serial) || std::fabs(serial) > 4e6 || !serialDay(serial, days)) return {};
     if (days + kDateDelta <= 0) return {};
     return civilFromDays(days - kUnixToSerial);
 }

@@ -45,5 +45,9 @@ struct CivilDate {
 bool encodeDate(int year, int month, int day, double& serial) noexcept;
 // Year 0, month 0, day 0 for a serial before 1 January of year 1.
 CivilDate decodeDate(double serial) noexcept;
+// The day of a serial as the runtime takes it: the serial rounded to whole
+// milliseconds (half to even), then whole days towards zero. False when
+// |serial| is past what a 64-bit count of milliseconds holds.
+bool serialDay(double serial, std::int64_t& day) noexcept;
 
 }  // namespace zorfa::sheet

@@ -135,12 +135,13 @@ void Weekday(FormulaEvaluator& e, int count) {
     const double serial = e.popNumber();
     if (e.errorCode()) return;
     if (!(type >= 1 && type <= 3)) type = 1;
-    if (!std::isfinite(serial) || std::fabs(serial) > 1e15) {
+    std::int64_t days = 0;
+    if (!serialDay(serial, days)) {
         e.setError(3);
         return;
     }
     // 30 December 1899, day 0, was a Saturday: 1 is Sunday.
-    auto day = (static_cast<std::int64_t>(std::trunc(serial)) + 693594) % 7;
+    auto day = (days + 693594) % 7;
     if (day < 0) day += 7;
     int result = static_cast<int>(day) + 1;
     const int kind = static_cast<int>(type);

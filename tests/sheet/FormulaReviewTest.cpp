@@ -149,5 +149,19 @@ TEST_F(FormulaReviewTest, LongChainsAndDeepNestingDoNotExhaustTheStack) {
     EXPECT_EQ(value("A1"), "20001");
 }
 
+// The date of a serial is taken from the same whole milliseconds as its time,
+// so a moment that rounds to midnight is midnight of the next day everywhere.
+TEST_F(FormulaReviewTest, DateAndTimeOfASerialAgreeAtMidnight) {
+    EXPECT_EQ(eval("=HOUR(45657.999999999)"), "0");
+    EXPECT_EQ(eval("=DAY(45657.999999999)"), "1");
+    EXPECT_EQ(eval("=MONTH(45657.999999999)"), "1");
+    EXPECT_EQ(eval("=YEAR(45657.999999999)"), "2025");
+    EXPECT_EQ(eval("=WEEKDAY(45657.999999999)"), "4");  // Wednesday 1 January 2025
+    EXPECT_EQ(eval("=DAY(45657.9999)"), "31");
+    EXPECT_EQ(eval("=WEEKDAY(45657.9999)"), "3");
+    EXPECT_EQ(eval("=DAY(-0.5)"), "30");
+    EXPECT_EQ(eval("=YEAR(45292.5)"), "2024");
+}
+
 }  // namespace
 }  // namespace zorfa::sheet::test
