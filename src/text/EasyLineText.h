@@ -17,7 +17,7 @@ namespace zorfa::text {
 constexpr int MaxInt = 2147483647;
 constexpr std::uint16_t kNoStyle = 65535;  // style code "none"
 
-// Line flags (TEasyStringRec::Flags). Bit values are the design's.
+// Line flags (TEasyStringRec::Flags). The bit values are fixed (2 is unused).
 enum TEasyLineFlag : std::uint8_t {
     lfParsed = 1,      // Styles, BeginState and EndState are valid
     lfFoldChild = 4,   // belongs to a fold region

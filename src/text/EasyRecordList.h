@@ -49,7 +49,7 @@ public:
     // Sets Capacity(); never below Count().
     void SetCapacity(int capacity);
 
-    // Virtual operations in the design's slot order.
+    // Virtual operations, in their traditional slot order.
     // Grow: enlarges Capacity() when full. Default: by a quarter above 64
     // slots, by 16 above 8, by 4 otherwise (the rule of the whole engine).
     virtual void Grow();

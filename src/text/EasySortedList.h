@@ -70,7 +70,7 @@ public:
     int Duplicates = dupIgnore;
     int LastFound = -1;
 
-    // Virtual operations in the design's slot order.
+    // Virtual operations, in their traditional slot order.
     virtual int CompareKey(Item item, Item key);
     virtual int CompareItems(Item item1, Item item2);
 

@@ -44,7 +44,7 @@ namespace zorfa::text {
 
 enum TEasyLineBreak : int { lbCRLF = 0, lbCR = 1, lbLF = 2 };
 
-// TEasyStringRec: one line. Field names and initial values are the design's;
+// TEasyStringRec: one line, with the system's field names and initial values;
 // the order packs the record into 40 bytes (the states sit in the tail of
 // Text), since a million of them make up most of a large file's memory.
 struct TEasyStringRec {
@@ -122,7 +122,7 @@ public:
     // ---- Notifications --------------------------------------------------
     virtual void Changed();
     virtual void Changing();
-    // Extends ChangedFrom..ChangedTo by from..to (the design's "marking").
+    // Extends ChangedFrom..ChangedTo by from..to (marking a range).
     void MarkChanged(int from, int to);
 
     ChangeEvent OnChange;

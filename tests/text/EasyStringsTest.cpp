@@ -79,7 +79,7 @@ TEST(EasyStrings, DeleteClearPutAndObjects) {
     EXPECT_EQ(s.Count(), 0);
 }
 
-TEST(EasyStrings, NewRecordsHaveTheDesignsInitialValues) {
+TEST(EasyStrings, NewRecordsHaveTheirInitialValues) {
     TEasyStrings s;
     s.Add("abc");
     const TEasyStringRec* r = s.Record(0);
