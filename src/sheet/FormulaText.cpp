@@ -54,6 +54,18 @@ std::string referenceText(const token::Reference& ref, const FormulaScope& scope
         out += '!';
         baseRow = baseColumn = 0;
     }
+    // A moved block keeps its offsets, so a relative corner can land above
+    // row 1 or left of column A. A1 text has no name for such a cell; it reads
+    // as the reference error the evaluator gives it (R1C1 text can still say it).
+    if (!scope.r1c1) {
+        auto offSheet = [](std::int32_t stored, bool absolute, std::int32_t base) {
+            return static_cast<std::int64_t>(absolute ? stored : stored + static_cast<std::int64_t>(base)) < 0;
+        };
+        if (offSheet(ref.row1, ref.rowAbsolute1, baseRow) || offSheet(ref.column1, ref.columnAbsolute1, baseColumn) ||
+            (ref.area && (offSheet(ref.row2, ref.rowAbsolute2, baseRow) ||
+                          offSheet(ref.column2, ref.columnAbsolute2, baseColumn))))
+            return "#REF!";
+    }
     appendCorner(out, ref.row1, ref.column1, ref.rowAbsolute1, ref.columnAbsolute1, baseRow, baseColumn, scope.r1c1);
     if (ref.area) {
         out += ':';

@@ -49,6 +49,18 @@ TEST_F(FormulaReviewTest, ShiftingUpKeepsAReferenceOnTheSheet) {
     EXPECT_EQ(value("A4"), "7");
 }
 
+// A moved block keeps its offsets, so a reference can end up above row 1 or
+// left of column A: its text says "#REF!" instead of a cell name cut short,
+// and the formula calculates to the reference error.
+TEST_F(FormulaReviewTest, AReferenceMovedOffTheSheetReadsAsRefError) {
+    set("A5", "=A1+1");
+    book.sheet(0).moveCells(1, 0, true, 1, 0, 4);  // A5 to B1: its offset points above row 1
+    ASSERT_TRUE(isFormula("B1"));
+    EXPECT_EQ(text("B1"), "=#REF!+1");
+    book.formulas().recalc();
+    EXPECT_EQ(value("B1"), "#REF!");
+}
+
 // A formula whose reference is already off the sheet (a moved block of cells
 // keeps offsets) is broken by the next shift like by a row deletion.
 TEST_F(FormulaReviewTest, AShiftBreaksAFormulaWithAReferenceOffTheSheet) {
