@@ -77,6 +77,19 @@ void FormulaEvaluator::pushString(std::string&& text) {
     slot.text = std::move(text);
 }
 
+namespace {
+// Everything of a stack value but its text, whose buffer each slot keeps and
+// reuses so that pushing a number allocates nothing.
+void copyScalars(StackValue& to, const StackValue& from) {
+    to.kind = from.kind;
+    to.area = from.area;
+    to.name = from.name;
+    to.sheet = from.sheet;
+    to.number = from.number;
+    to.rect = from.rect;
+}
+}  // namespace
+
 void FormulaEvaluator::drop(size_t count) noexcept { top_ -= std::min(count, available()); }
 
 void FormulaEvaluator::duplicate(int count) {
@@ -85,12 +98,7 @@ void FormulaEvaluator::duplicate(int count) {
     for (size_t i = 0; i < n; ++i) {
         StackValue& slot = pushSlot();  // may move the stack: index, not reference
         const StackValue& source = stack_[from + i];
-        slot.kind = source.kind;
-        slot.area = source.area;
-        slot.name = source.name;
-        slot.sheet = source.sheet;
-        slot.number = source.number;
-        slot.rect = source.rect;
+        copyScalars(slot, source);
         if (source.kind == StackKind::String) slot.text = source.text;
     }
 }
@@ -101,12 +109,7 @@ bool FormulaEvaluator::popValue(StackValue& value) {
         return false;
     }
     StackValue& slot = stack_[--top_];
-    value.kind = slot.kind;
-    value.area = slot.area;
-    value.name = slot.name;
-    value.sheet = slot.sheet;
-    value.number = slot.number;
-    value.rect = slot.rect;
+    copyScalars(value, slot);
     if (slot.kind == StackKind::String) value.text.swap(slot.text);
     return true;
 }

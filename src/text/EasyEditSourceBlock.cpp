@@ -28,25 +28,23 @@ void SwapContent(TEasyStringRec& a, TEasyStringRec& b) {
     std::swap(a.FoldLevel, b.FoldLevel);
 }
 
-void Take(TEasyBlockLine& to, TEasyStringRec& from) {
+// Moves a line's text, styles and parse results between a record and a saved
+// block line; `flagMask` keeps the flags that may travel in that direction.
+template <class To, class From>
+void MoveLine(To& to, From& from, std::uint8_t flagMask) {
     to.Text.Swap(from.Text);
     to.Styles.Swap(from.Styles);
     to.BeginState = from.BeginState;
     to.EndState = from.EndState;
     to.Paragraph = from.Paragraph;
     to.StartStyle = from.StartStyle;
-    to.Flags = from.Flags & lfParsed;
+    to.Flags = from.Flags & flagMask;
 }
 
-void Give(TEasyStringRec& to, TEasyBlockLine& from) {
-    to.Text.Swap(from.Text);
-    to.Styles.Swap(from.Styles);
-    to.BeginState = from.BeginState;
-    to.EndState = from.EndState;
-    to.Paragraph = from.Paragraph;
-    to.StartStyle = from.StartStyle;
-    to.Flags = from.Flags;
-}
+// Saved lines keep only their parse state: fold and visibility flags belong
+// to the line numbers they leave.
+void Take(TEasyBlockLine& to, TEasyStringRec& from) { MoveLine(to, from, lfParsed); }
+void Give(TEasyStringRec& to, TEasyBlockLine& from) { MoveLine(to, from, 0xFF); }
 
 std::vector<TEasyBlockLine> SplitRows(std::string_view text) {
     std::vector<TEasyBlockLine> rows(1);
