@@ -1,10 +1,14 @@
 #include "platform/FileFacts.h"
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "base/Errors.h"
 
 namespace zorfa::platform {
 
@@ -24,13 +28,24 @@ bool directoryExists(const std::string& path) {
     return !path.empty() && ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
-bool isReadOnly(const std::string& path) {
+namespace {
+// Why the file can't be written (an errno value), or 0 when it can or names
+// nothing. access() alone would call every file writable for root; the
+// permission bits are what "chmod a-w" (the nearest to the read-only
+// attribute) sets.
+int writeRefusal(const std::string& path) {
     struct stat st {};
-    if (path.empty() || ::stat(path.c_str(), &st) != 0) return false;
-    // access() alone would call every file writable for root; the permission
-    // bits are what "chmod a-w" (the nearest to the read-only attribute) sets.
-    if ((st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return true;
-    return ::access(path.c_str(), W_OK) != 0;
+    if (path.empty() || ::stat(path.c_str(), &st) != 0) return 0;
+    if ((st.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0) return EACCES;
+    return ::access(path.c_str(), W_OK) != 0 ? errno : 0;
+}
+}  // namespace
+
+bool isReadOnly(const std::string& path) { return writeRefusal(path) != 0; }
+
+void requireWritable(const std::string& path) {
+    if (const int reason = writeRefusal(path))
+        throw Exception("Cannot create file \"" + path + "\". " + std::strerror(reason));
 }
 
 std::string fullPath(const std::string& path) {

@@ -27,6 +27,13 @@ bool directoryExists(const std::string& path);
 // file system). False for a path that names nothing.
 bool isReadOnly(const std::string& path);
 
+// Throws zorfa::Exception "Cannot create file "NAME". REASON" when isReadOnly
+// says the file can't be written; REASON is the system's text for why (no
+// write permission bit: "Permission denied"; a read-only mount: "Read-only
+// file system"). Writers call it first so the read-only attribute holds for
+// root too, as it does for every user of the system's files.
+void requireWritable(const std::string& path);
+
 // Absolute against the current folder and normalised by text alone ("." and
 // ".." steps folded, links not resolved), as the OS full-path function does.
 // A trailing "/" stays. An empty path gives an empty result.

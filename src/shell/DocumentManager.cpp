@@ -19,8 +19,6 @@
 #include <QAction>
 #include <QMenu>
 
-#include <cerrno>
-#include <cstring>
 
 namespace zorfa::shell {
 
@@ -59,14 +57,6 @@ std::optional<platform::FileChoice> runOpenDialog(platform::Dialogs& dialogs, st
         filterIndex = choice->filterIndex;
     }
     return choice;
-}
-
-// A file with the read-only attribute refuses to be written, for every user:
-// the file facts call a file without any write permission bit read-only even
-// for root, and root's writes would otherwise pass.
-void RequireWritable(const std::string& path) {
-    if (platform::isReadOnly(path))
-        throw Exception("Cannot create file \"" + path + "\". " + std::strerror(EACCES));
 }
 
 }  // namespace
@@ -265,7 +255,7 @@ void TMain::SaveExecute() {
         return;
     }
     cursor_.set(platform::CursorShape::Hourglass);
-    RequireWritable(form->FileName());
+    platform::requireWritable(form->FileName());
     form->SaveToFile(form->FileName());
     cursor_.set(platform::CursorShape::Default);
     form->SetModified(false);
@@ -289,7 +279,7 @@ void TMain::SaveAsExecute() {
     const std::string fileName = choice->fileName;
 
     cursor_.set(platform::CursorShape::Hourglass);
-    RequireWritable(fileName);
+    platform::requireWritable(fileName);
     // The format follows the kind and the filter row; some rows convert the
     // document, which is then closed and opened again as its new kind.
     bool reopen = false;

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "base/Errors.h"
 #include "platform/FileFacts.h"
 #include "TempDir.h"
 
@@ -55,6 +56,21 @@ TEST(FileFacts, ReadOnlyFollowsTheWritePermission) {
     ASSERT_EQ(::chmod(f.c_str(), 0644), 0);
     EXPECT_FALSE(isReadOnly(f));
     EXPECT_FALSE(isReadOnly(dir.file("missing")));
+}
+
+TEST(FileFacts, RequireWritableRefusesAReadOnlyFileWithTheSystemsReason) {
+    test::TempDir dir;
+    const std::string f = dir.file("f.txt");
+    std::ofstream(f) << "x";
+    EXPECT_NO_THROW(requireWritable(f));
+    EXPECT_NO_THROW(requireWritable(dir.file("missing")));  // a new file may be made
+    ::chmod(f.c_str(), 0444);
+    try {
+        requireWritable(f);
+        FAIL() << "a file without write permission must be refused, for root too";
+    } catch (const Exception& e) {
+        EXPECT_STREQ(e.what(), ("Cannot create file \"" + f + "\". Permission denied").c_str());
+    }
 }
 
 TEST(FileFacts, ReadOnlyForAnotherOwnersFile) {
