@@ -14,6 +14,10 @@ std::vector<TCustomEasyParser*>& parserRegistry() {
 TCustomEasyParser::TCustomEasyParser() { parserRegistry().push_back(this); }
 
 TCustomEasyParser::~TCustomEasyParser() {
+    FDestroying = true;
+    auto receivers = std::move(FNotifiers);
+    for (auto& [owner, callback] : receivers)
+        if (callback) callback(*this);
     auto& parsers = parserRegistry();
     parsers.erase(std::remove(parsers.begin(), parsers.end(), this), parsers.end());
 }

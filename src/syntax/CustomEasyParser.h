@@ -122,9 +122,13 @@ public:
     const std::string& Delimiters() const { return FDelimiters; }
 
     // Change notification: one callback per owner (an edit source passes
-    // itself). Adding again for the same owner replaces the callback.
+    // itself). Adding again for the same owner replaces the callback. The
+    // callbacks are called once more when the parser is destroyed, with
+    // Destroying() true: a receiver then drops the parser and calls nothing
+    // on it (its derived part is already gone).
     void AddNotifier(const void* owner, TNotifyCallback callback);
     void RemoveNotifier(const void* owner);
+    bool Destroying() const { return FDestroying; }
 
     // Every live parser of the process, in construction order; global
     // settings walk it.
@@ -138,6 +142,7 @@ protected:
 
 private:
     std::vector<std::pair<const void*, TNotifyCallback>> FNotifiers;
+    bool FDestroying = false;
 };
 
 }  // namespace zorfa

@@ -99,7 +99,7 @@ TCustomEasyEditSource::TCustomEasyEditSource()
 }
 
 TCustomEasyEditSource::~TCustomEasyEditSource() {
-    if (TCustomEasyParser* p = LiveParser()) p->RemoveNotifier(this);
+    if (parser_) parser_->RemoveNotifier(this);
     strings_->OnChange = nullptr;
     strings_->OnConvertLine = nullptr;
 }
@@ -310,27 +310,23 @@ std::string TCustomEasyEditSource::ExpandTabs(std::string_view text) const {
 
 // ---- Parser hand-over ------------------------------------------------------------------------------------------
 
-TCustomEasyParser* TCustomEasyEditSource::LiveParser() const {
-    if (!parser_) return nullptr;
-    // A parser destroyed behind the source's back is dropped, not used.
-    const auto& all = TCustomEasyParser::AllParsers();
-    if (std::find(all.begin(), all.end(), parser_) == all.end())
-        const_cast<TCustomEasyEditSource*>(this)->parser_ = nullptr;
-    return parser_;
-}
-
 void TCustomEasyEditSource::RebuildDelimiters() {
     Delimiters = DefaultDelimiters();
-    if (TCustomEasyParser* p = LiveParser())
+    if (TCustomEasyParser* p = parser_)
         for (unsigned char c : p->Delimiters()) Delimiters.set(c);
 }
 
 void TCustomEasyEditSource::SetParser(TCustomEasyParser* parser) {
     if (parser == parser_) return;
     BeginUpdate(crCompound);
-    if (TCustomEasyParser* old = LiveParser()) old->RemoveNotifier(this);
+    if (parser_) parser_->RemoveNotifier(this);
     parser_ = parser;
-    if (parser_) parser_->AddNotifier(this, [this](TCustomEasyParser&) { ParserChanged(); });
+    if (parser_)
+        parser_->AddNotifier(this, [this](TCustomEasyParser& sender) {
+            // A parser going away leaves the text unstyled, as SetParser(nullptr) would.
+            if (sender.Destroying()) parser_ = nullptr;
+            ParserChanged();
+        });
     ParserChanged();
     EndUpdate();
 }
@@ -343,14 +339,14 @@ void TCustomEasyEditSource::ParserChanged() {
     RebuildDelimiters();
     // Looked up before the views hear of it: a view parses what it shows
     // while it is told.
-    TCustomEasyParser* p = LiveParser();
+    TCustomEasyParser* p = parser_;
     urlStyle_ = p ? p->IndexOfToken(kUrlStyleName) : -1;
     for (auto& [name, code] : SpellStyles) code = p ? p->IndexOfToken(name) : -1;
     EndUpdate();
 }
 
 void TCustomEasyEditSource::SpellStylesChanged() {
-    TCustomEasyParser* p = LiveParser();
+    TCustomEasyParser* p = parser_;
     for (auto& [name, code] : SpellStyles) code = p ? p->IndexOfToken(name) : -1;
     if (Has(srLiveSpell)) ParserChanged();
 }
@@ -358,7 +354,7 @@ void TCustomEasyEditSource::SpellStylesChanged() {
 void TCustomEasyEditSource::ParseLines(int first, int last, bool force) {
     const bool spell = Has(srLiveSpell) && CanParse();
     const bool urls = Has(srHighlightUrls) && CanParse();
-    TCustomEasyParser* parser = LiveParser();
+    TCustomEasyParser* parser = parser_;
     if (!parser && !spell && !urls) return;
     if (spell) spellDelimiters_ = Delimiters | PunctuationChars();
     last = std::min(last, LineCount() - 1);
@@ -398,7 +394,7 @@ void TCustomEasyEditSource::ParseTo(int line) {
 }
 
 bool TCustomEasyEditSource::ReparseLine(int y) {
-    if (!(LiveParser() || Has(srLiveSpell)) || !strings_->Record(y)) return false;
+    if (!(parser_ || Has(srLiveSpell)) || !strings_->Record(y)) return false;
     // EndState keeps its old value while the flag is cleared, so the answer
     // compares with what the line ended in before the edit.
     const std::uint16_t before = strings_->Record(y)->EndState;
@@ -417,7 +413,7 @@ bool TCustomEasyEditSource::CheckWord(std::string_view word) {
 void TCustomEasyEditSource::SpellLine(int y) {
     TEasyStringRec* r = strings_->Record(y);
     const std::string_view text = r->Text.View();
-    const bool hasParser = LiveParser() != nullptr;
+    const bool hasParser = parser_ != nullptr;
     const int n = static_cast<int>(text.size());
     int i = 0;
     while (i < n) {

@@ -319,7 +319,6 @@ private:
     void InvalidateLines(int first, int last);
     void InvalidateLine(int y);
     void RebuildDelimiters();
-    TCustomEasyParser* LiveParser() const;
     // Stores a raw line inside a primitive and drops its parse data.
     void StoreLine(int y, std::string_view text);
     void MarkAfterReparse(int y, bool endStateChanged);

@@ -105,7 +105,7 @@ void TCustomEasyEditSource::ApplyUndoRecord(const TEasyUndoRecord& record) {
             InsertText(payload->Text);
             // Without a parser the codes are the text's own (rich text): put
             // them back; with one, the parser has just written them.
-            if (!LiveParser() && !payload->Styles.empty()) {
+            if (!parser_ && !payload->Styles.empty()) {
                 TEasyStringRec* r = strings_->Record(y);
                 if (r->Styles.Size() < x + static_cast<int>(payload->Styles.size()))
                     r->Styles.Resize(static_cast<int>(r->Text.Size()));

@@ -44,6 +44,21 @@ TEST(EditSourceParse, ParserNotificationDropsTheCachesAndADestroyedParserIsLetGo
     EXPECT_EQ(s.Lines().GetCharStyle(1, 1), kNoStyle);
 }
 
+TEST(EditSourceParse, ADestroyedParserLeavesTheTextUnstyled) {
+    TEasyEditSource s;
+    Load(s, "{a\nb}\nc");
+    {
+        CommentParser parser;
+        s.SetParser(&parser);
+        s.ParseTo(2);
+        EXPECT_EQ(s.Lines().GetCharStyle(1, 1), 1);
+    }  // gone without a word beforehand
+    EXPECT_EQ(s.Parser(), nullptr);
+    EXPECT_EQ(s.ParsedTo(), 0);
+    s.ParseTo(2);
+    EXPECT_EQ(s.Lines().GetCharStyle(1, 1), kNoStyle);
+}
+
 TEST(EditSourceParse, DelimitersTakeTheParsersExtraCharacters) {
     class DashParser : public CommentParser {
     public:
