@@ -1,14 +1,13 @@
 #include "platform/FileFacts.h"
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <system_error>
 
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "base/Errors.h"
+#include "base/FileErrors.h"
 
 namespace zorfa::platform {
 
@@ -45,7 +44,7 @@ bool isReadOnly(const std::string& path) { return writeRefusal(path) != 0; }
 
 void requireWritable(const std::string& path) {
     if (const int reason = writeRefusal(path))
-        throw Exception("Cannot create file \"" + path + "\". " + std::strerror(reason));
+        throwFileError("Cannot create file", path, reason);
 }
 
 std::string fullPath(const std::string& path) {

@@ -13,6 +13,7 @@
 #include <ostream>
 
 #include "base/Errors.h"
+#include "base/FileErrors.h"
 #include "text/EasyLineSplit.h"
 #include "text/EasyMemory.h"
 
@@ -24,15 +25,11 @@ namespace {
 // later insert takes a record from a small chunk or the free list.
 constexpr int kSmallChunk = 256;
 
-std::string FileError(const char* what, const std::string& path, int error) {
-    return std::string(what) + " \"" + path + "\". " + std::strerror(error);
-}
-
 // Closes `fd` and throws the message for the errno of the failed call.
 [[noreturn]] void CloseAndThrow(int fd, const char* what, const std::string& path) {
     const int error = errno;
     ::close(fd);
-    throw zorfa::Exception(FileError(what, path, error));
+    throwFileError(what, path, error);
 }
 
 }  // namespace
@@ -401,7 +398,7 @@ void TEasyStrings::LoadFromStream(std::istream& stream) {
 
 void TEasyStrings::LoadFromFile(const std::string& path) {
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) throw zorfa::Exception(FileError("Cannot open file", path, errno));
+    if (fd < 0) throwFileError("Cannot open file", path, errno);
     struct stat info {};
     if (::fstat(fd, &info) != 0) CloseAndThrow(fd, "Cannot open file", path);
     if (S_ISDIR(info.st_mode)) {
@@ -490,7 +487,7 @@ void TEasyStrings::SaveToFile(const std::string& path) const {
     std::size_t size = 0;
     std::unique_ptr<char[]> block = BuildSaveBlock(size);
     const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd < 0) throw zorfa::Exception(FileError("Cannot create file", path, errno));
+    if (fd < 0) throwFileError("Cannot create file", path, errno);
     std::size_t written = 0;
     while (written < size) {
         const ssize_t n = ::write(fd, block.get() + written, size - written);
@@ -500,7 +497,7 @@ void TEasyStrings::SaveToFile(const std::string& path) const {
         }
         written += static_cast<std::size_t>(n);
     }
-    if (::close(fd) != 0) throw zorfa::Exception(FileError("Cannot write file", path, errno));
+    if (::close(fd) != 0) throwFileError("Cannot write file", path, errno);
 }
 
 // ---- Folding -------------------------------------------------------------------------

@@ -1,11 +1,12 @@
 // zorfa-cli calc: enters a comma-separated file into a sheet as typed text,
 // recalculates, and writes what every cell shows in the same shape.
+#include <cerrno>
 #include <fstream>
 #include <iostream>
 #include <ostream>
-#include <sstream>
 
 #include "base/Errors.h"
+#include "base/FileErrors.h"
 #include "cli/Args.h"
 #include "cli/Command.h"
 #include "sheet/FormulaBook.h"
@@ -84,12 +85,8 @@ int runCalc(const std::vector<std::string>& argv, std::ostream& out, std::ostrea
     Args args(argv, {}, {"--out"});
     args.expectPositionals(1, 1);
     const std::string& inPath = args.positional()[0];
-    std::ifstream in(inPath, std::ios::binary);
-    if (!in) throw Exception("Cannot open file " + inPath);
-    std::ostringstream content;
-    content << in.rdbuf();
     bool crlf = false;
-    const std::vector<Row> rows = readCsv(content.str(), crlf);
+    const std::vector<Row> rows = readCsv(readWholeFile(inPath), crlf);
 
     sheet::FormulaBook book(1);
     book.formulas().setMessageHandler([&err](const std::string& message) { err << message << "\n"; });
@@ -105,7 +102,7 @@ int runCalc(const std::vector<std::string>& argv, std::ostream& out, std::ostrea
     std::ofstream file;
     if (auto outPath = args.value("--out")) {
         file.open(*outPath, std::ios::binary);
-        if (!file) throw Exception("Cannot create file " + *outPath);
+        if (!file) throwFileError("Cannot create file", *outPath, errno);
     }
     std::ostream& target = file.is_open() ? static_cast<std::ostream&>(file) : out;
     for (size_t r = 0; r < rows.size(); ++r) {

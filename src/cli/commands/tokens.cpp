@@ -1,11 +1,9 @@
 // zorfa-cli tokens: scans a text file with a scheme the way the editor
 // colours it: line by line from state 0, each line starting in the state the
 // line before ended in.
-#include <fstream>
-#include <iterator>
 #include <ostream>
 
-#include "base/Errors.h"
+#include "base/FileErrors.h"
 #include "cli/Args.h"
 #include "cli/Command.h"
 #include "syntax/EasyParser.h"
@@ -14,12 +12,6 @@
 namespace zorfa::cli {
 
 namespace {
-
-std::string ReadScheme(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw Exception("Cannot open file \"" + path + "\"");
-    return std::string(std::istreambuf_iterator<char>(in), {});
-}
 
 std::string NameOf(const std::vector<std::string>& names, int index) {
     if (index >= 0 && index < static_cast<int>(names.size())) return names[index];
@@ -33,7 +25,7 @@ int RunTokens(const std::vector<std::string>& argv, std::ostream& out, std::ostr
     if (!schemePath) throw UsageError("missing --scheme FILE.xs");
 
     TEasyParser parser;
-    parser.SetRulesText(ReadScheme(*schemePath));
+    parser.SetRulesText(readWholeFile(*schemePath));
     std::vector<std::string> stateNames;
     for (const auto& s : parser.States()) stateNames.push_back(s.Name);
 
