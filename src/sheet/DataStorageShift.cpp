@@ -101,7 +101,7 @@ void TcxSSDataStorage::deleteCells(CellRect rect, ShiftMode mode) {
     const std::int32_t height = clampCount(TcxSSUtils::height(rect));
     const std::vector<CellRect> mergedBefore = merged_.list();
     {
-        ActionScope action(*this, StorageAction{StorageAction::Kind::DeleteCells, rect, mode, &mergedBefore});
+        ActionScope action(*this, StorageAction{StorageAction::Kind::DeleteCells, rect, mode, &mergedBefore, {}});
         LockScope lock(*this);
         clearCells(rect, true);
         switch (mode) {
@@ -148,7 +148,7 @@ void TcxSSDataStorage::insertCells(CellRect rect, ShiftMode mode) {
     const std::int32_t height = clampCount(TcxSSUtils::height(rect));
     const std::vector<CellRect> mergedBefore = merged_.list();
     {
-        ActionScope action(*this, StorageAction{StorageAction::Kind::InsertCells, rect, mode, &mergedBefore});
+        ActionScope action(*this, StorageAction{StorageAction::Kind::InsertCells, rect, mode, &mergedBefore, {}});
         LockScope lock(*this);
         switch (mode) {
             case ShiftMode::Horizontal:
@@ -245,7 +245,7 @@ void TcxSSDataStorage::mergeCells(CellRect rect, bool merge) {
     {
         ActionScope action(*this, StorageAction{merge ? StorageAction::Kind::MergeCells
                                                       : StorageAction::Kind::SplitCells,
-                                                rect, ShiftMode::Horizontal, &before});
+                                                rect, ShiftMode::Horizontal, &before, {}});
         ListenerLock quiet(*listener_);
         merged_.removeIntersecting(rect);
         for (std::int32_t c = rect.left; c <= rect.right; ++c) {

@@ -73,7 +73,7 @@ void TcxSSDataStorage::sortCells(CellRect rect, std::span<const bool> descending
     };
     listener_->markModified();
     {
-        ActionScope action(*this, StorageAction{StorageAction::Kind::SortCells, rect});
+        ActionScope action(*this, StorageAction{StorageAction::Kind::SortCells, rect, ShiftMode::Horizontal, nullptr, {}});
         LockScope lock(*this);
         quickSortRows(rect, rect.left, rect.top, rect.bottom, directionOf(0));
         // Each further key orders the runs of rows that the key just before it

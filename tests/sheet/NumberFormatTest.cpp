@@ -117,7 +117,7 @@ TEST(NumberFormatTest, TheLocaleSuppliesSeparatorsAndCurrency) {
 TEST(NumberFormatTest, BuiltInStrings) {
     EXPECT_EQ(builtInFormatString(0), "Default");
     EXPECT_EQ(builtInFormatString(4), "#,##0.00");
-    EXPECT_EQ(builtInFormatString(13), "# ??/??");
+    EXPECT_EQ(builtInFormatString(13), "# ?\?/??");
     EXPECT_EQ(builtInFormatString(23), "");
     EXPECT_EQ(builtInFormatString(36), "");
     EXPECT_EQ(builtInFormatString(41), "_(* #,##0_);_(* (#,##0);_(* \"-\"_);_(@_)");
